@@ -1,0 +1,45 @@
+# The installed package: find_package(TextManagerLibrary) and the pkg-config module of that name.
+
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/TextManagerLibrary)
+
+if(TEXTMANAGER_PLATFORM_PACKAGE)
+  set(find_platform "find_dependency(${TEXTMANAGER_PLATFORM_PACKAGE})")
+endif()
+configure_package_config_file(
+  ${CMAKE_CURRENT_LIST_DIR}/TextManagerLibraryConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/TextManagerLibraryConfig.cmake
+  INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(
+  ${PROJECT_BINARY_DIR}/TextManagerLibraryConfigVersion.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES
+  ${PROJECT_BINARY_DIR}/TextManagerLibraryConfig.cmake
+  ${PROJECT_BINARY_DIR}/TextManagerLibraryConfigVersion.cmake
+  DESTINATION ${package_dir})
+install(EXPORT TextManagerLibraryTargets NAMESPACE TextManagerLibrary:: DESTINATION ${package_dir})
+
+# pkg-config knows no targets: it gets the include folders and the library file of the platform.
+if(TEXTMANAGER_PLATFORM_PACKAGE)
+  set(platform_includes
+    "$<TARGET_PROPERTY:${TEXTMANAGER_PLATFORM_TARGET},INTERFACE_INCLUDE_DIRECTORIES>")
+  set(pc_platform_cflags "$<$<BOOL:${platform_includes}>:-I$<JOIN:${platform_includes}, -I>>")
+  get_target_property(platform_type ${TEXTMANAGER_PLATFORM_TARGET} TYPE)
+  if(NOT platform_type STREQUAL "INTERFACE_LIBRARY")
+    set(pc_platform_libs "$<TARGET_LINKER_FILE:${TEXTMANAGER_PLATFORM_TARGET}>")
+  endif()
+else()
+  set(pc_platform_cflags "-I\${includedir}/TextManagerLibrary/platform")
+  set(pc_platform_libs "-lTextManagerReferencePlatform")
+endif()
+file(RELATIVE_PATH prefix_from_pc_file
+  ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+configure_file(
+  ${CMAKE_CURRENT_LIST_DIR}/TextManagerLibrary.pc.in
+  ${PROJECT_BINARY_DIR}/TextManagerLibrary.pc.configured @ONLY)
+file(GENERATE
+  OUTPUT ${PROJECT_BINARY_DIR}/TextManagerLibrary.pc
+  INPUT ${PROJECT_BINARY_DIR}/TextManagerLibrary.pc.configured)
+install(FILES ${PROJECT_BINARY_DIR}/TextManagerLibrary.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,266 @@
+#include "TextManagerBase.h"
+
+#include "LanguageDefinitions.h"
+#include "LanguageInformation.h"
+
+#include "PropertyManagerConst.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonParseError>
+#include <QMutexLocker>
+
+namespace
+{
+
+QString languageFileName(const QString& languageName)
+{
+    return languageName + QLatin1Char('.') + PropertyManagerConst::getLanguageFileExtension();
+}
+
+/** The header key that @p headerInfo selects; empty for a value that is no enumerator. */
+QString headerKey(TextManagerDefinitions::HeaderInfo headerInfo)
+{
+    switch (headerInfo) {
+    case TextManagerDefinitions::Language:
+        return LanguageDefinitions::getJsonHeaderLanguageKey();
+    case TextManagerDefinitions::SubLanguage:
+        return LanguageDefinitions::getJsonHeaderSubLanguageKey();
+    }
+    return QString();
+}
+
+} // namespace
+
+TextManagerBase::TextManagerBase(const QString& languagePath, const QString& languageName,
+                                 const QString& shortLanguageFolder)
+    : m_StrLanguagePath(languagePath)
+    , m_StrLanguageName(languageName)
+    , m_Mutex(QMutex::Recursive)
+    , m_StrShortLanguageFolder(shortLanguageFolder)
+{
+    if (!languagePath.isEmpty())
+        loadLanguages();
+}
+
+TextManagerBase::TextManagerBase(const QString& languageName, QJsonObject& languageObject)
+{
+    m_LanguageMap.insert(languageName, languageObject);
+}
+
+TextManagerBase::~TextManagerBase() = default;
+
+void TextManagerBase::loadLanguages()
+{
+    const QMutexLocker locker(&m_Mutex);
+    addLanguage(m_StrLanguagePath, m_LanguageMap);
+    addLanguage(getShortLanguageFilepath(), m_ShortLanguageMap);
+}
+
+void TextManagerBase::addLanguage(const QString& folderPath,
+                                  QMap<QString, QJsonObject>& languageMap)
+{
+    // No dot between the star and the extension: every name that ends in the extension's text.
+    const QStringList nameFilters = {QLatin1Char('*') +
+                                     PropertyManagerConst::getLanguageFileExtension()};
+    // The path is given to the constructor: QDir::setPath() would make nothing of an empty one,
+    // which stands for the current directory here.
+    const QDir folder(folderPath);
+    const QFileInfoList entries = folder.entryInfoList(nameFilters, QDir::NoFilter, QDir::NoSort);
+    for (const QFileInfo& entry : entries) {
+        QJsonObject languageObject;
+        if (loadAndParseFromJson(entry.filePath(), languageObject))
+            languageMap.insert(entry.baseName(), languageObject);
+    }
+}
+
+bool TextManagerBase::loadAndParseFromJson(const QString& filePath, QJsonObject& languageObject)
+{
+    const QMutexLocker locker(&m_Mutex);
+    QFile file(filePath);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return false;
+    const QByteArray bytes = file.readAll();
+    file.close();
+
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &parseError);
+    if (parseError.error != QJsonParseError::NoError)
+        return false;
+
+    languageObject = document.object();
+    const bool hasContent = languageObject.contains(LanguageDefinitions::getJsonContentName());
+    if (!hasContent)
+        qWarning() << "No 'Content'-key found in language file:" << filePath;
+    return hasContent;
+}
+
+QString TextManagerBase::getLanguageFileNameFromLanguageName(const QString& languageName) const
+{
+    return m_StrLanguagePath + languageFileName(languageName);
+}
+
+QString TextManagerBase::getShortLanguageFileNameFromLanguageName(const QString& languageName) const
+{
+    if (m_StrShortLanguageFolder.isEmpty())
+        return QString();
+    return getShortLanguageFilepath() + QLatin1Char('/') + languageFileName(languageName);
+}
+
+QString TextManagerBase::getShortLanguageFilepath() const
+{
+    if (m_StrShortLanguageFolder.isEmpty())
+        return QString();
+    return m_StrLanguagePath + m_StrShortLanguageFolder;
+}
+
+QString TextManagerBase::getLanguageName() const
+{
+    return m_StrLanguageName;
+}
+
+QString TextManagerBase::extractLanguageFromTextUrl(const QString& textUrl)
+{
+    return textUrl.split(LanguageDefinitions::getUrlSeparator()).last();
+}
+
+QStringList TextManagerBase::getAvailableLanguages() const
+{
+    const QMutexLocker locker(&m_Mutex);
+    return m_LanguageMap.keys();
+}
+
+QString TextManagerBase::getText(const QString& textUrl, bool& ok, const QString& languageKey,
+                                 bool skipLanguageSelection) const
+{
+    const QMutexLocker locker(&m_Mutex);
+    return fullText(textUrl, ok,
+                    skipLanguageSelection ? languageKey : selectSuitableLanguageKey(languageKey));
+}
+
+QString TextManagerBase::getText(const QString& textUrl, const QString& languageKey) const
+{
+    bool ok = false;
+    return getText(textUrl, ok, languageKey, false);
+}
+
+QString TextManagerBase::getShortText(const QString& textUrl, bool& ok,
+                                      const QString& languageKey) const
+{
+    const QMutexLocker locker(&m_Mutex);
+    const QString key = selectSuitableLanguageKey(languageKey);
+    const QString shortText = getObjectFromMap(m_ShortLanguageMap, textUrl, ok, key,
+                                               LanguageDefinitions::getJsonContentName(),
+                                               LanguageDefinitions::getJsonTextName());
+    if (!shortText.isEmpty())
+        return shortText;
+    // Not getText(): it would take the mutex again, which blocks on an object built in memory.
+    bool isFullTextFound = false;
+    return fullText(textUrl, isFullTextFound, key);
+}
+
+QString TextManagerBase::getShortText(const QString& textUrl, const QString& languageKey) const
+{
+    const QMutexLocker locker(&m_Mutex);
+    bool ok = false;
+    return getShortText(textUrl, ok, languageKey);
+}
+
+QString TextManagerBase::getComment(const QString& textUrl, const QString& languageKey,
+                                    bool& ok) const
+{
+    return getTextOrComment(m_LanguageMap, textUrl, ok, languageKey,
+                            LanguageDefinitions::getJsonContentName(),
+                            LanguageDefinitions::getJsonCommentName());
+}
+
+QString TextManagerBase::getComment(const QString& textUrl, const QString& languageKey) const
+{
+    bool ok = false;
+    return getComment(textUrl, languageKey, ok);
+}
+
+QString TextManagerBase::selectSuitableLanguageKey(const QString& languageKey) const
+{
+    return languageKey.isEmpty() ? m_StrLanguageName : languageKey;
+}
+
+QString TextManagerBase::getHeaderText(TextManagerDefinitions::HeaderInfo headerInfo,
+                                       const QString& languageKey, bool) const
+{
+    const QMutexLocker locker(&m_Mutex);
+    const QString fieldKey = headerKey(headerInfo);
+    if (fieldKey.isEmpty())
+        qWarning() << "unknown headInfo item : :" << static_cast<int>(headerInfo);
+
+    const QJsonObject languageObject = m_LanguageMap.value(languageKey);
+    if (fieldKey.isEmpty() || languageObject.isEmpty())
+        return QString();
+    bool ok = false;
+    return LanguageInformation().getObject(fieldKey, ok, languageObject,
+                                           LanguageDefinitions::getJsonHeaderName(), QString());
+}
+
+QPair<QString, QString> TextManagerBase::getLanguageHeaderInfo(const QString& languageKey) const
+{
+    const QMutexLocker locker(&m_Mutex);
+    return LanguageInformation().getLanguageHeaderInfo(documentOrFirstFallback(languageKey));
+}
+
+QStringList TextManagerBase::getAvailableUrls(const QString& languageKey) const
+{
+    const QMutexLocker locker(&m_Mutex);
+    return LanguageInformation().getAvailableUrls(documentOrFirstFallback(languageKey));
+}
+
+void TextManagerBase::reloadLanguage()
+{
+    loadLanguages();
+    Q_EMIT languageReloaded();
+}
+
+QString TextManagerBase::getObjectFromMap(const QMap<QString, QJsonObject>& languageMap,
+                                          const QString& textUrl, bool& ok,
+                                          const QString& languageKey, const QString& contentKey,
+                                          const QString& valueKey) const
+{
+    ok = false;
+    const QJsonObject languageObject = languageMap.value(languageKey);
+    if (languageObject.isEmpty())
+        return QString();
+    return LanguageInformation().getObject(textUrl, ok, languageObject, contentKey, valueKey);
+}
+
+QString TextManagerBase::getTextOrComment(const QMap<QString, QJsonObject>& languageMap,
+                                          const QString& textUrl, bool& ok,
+                                          const QString& languageKey, const QString& contentKey,
+                                          const QString& valueKey) const
+{
+    QString result = getObjectFromMap(languageMap, textUrl, ok, languageKey, contentKey, valueKey);
+    // An empty text falls back as a missing one does: the result decides, not the flag.
+    for (const QString& fallbackKey : {LanguageDefinitions::getFirstFallbackLanguageFilename(),
+                                       LanguageDefinitions::getSecondFallbackLanguageFilename()}) {
+        if (result.isEmpty() && fallbackKey != languageKey)
+            result = getObjectFromMap(languageMap, textUrl, ok, fallbackKey, contentKey, valueKey);
+    }
+    return result;
+}
+
+QString TextManagerBase::fullText(const QString& textUrl, bool& ok,
+                                  const QString& languageKey) const
+{
+    return getTextOrComment(m_LanguageMap, textUrl, ok, languageKey,
+                            LanguageDefinitions::getJsonContentName(),
+                            LanguageDefinitions::getJsonTextName());
+}
+
+QJsonObject TextManagerBase::documentOrFirstFallback(const QString& languageKey) const
+{
+    const QJsonObject languageObject = m_LanguageMap.value(languageKey);
+    if (!languageObject.isEmpty())
+        return languageObject;
+    return m_LanguageMap.value(LanguageDefinitions::getFirstFallbackLanguageFilename());
+}
