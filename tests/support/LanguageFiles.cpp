@@ -1,0 +1,43 @@
+#include "LanguageFiles.h"
+
+#include "PropertyManagerConst.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QTest>
+
+QString LanguageFiles::file(const QString& name) const
+{
+    return path() + name + QLatin1Char('.') + PropertyManagerConst::getLanguageFileExtension();
+}
+
+void LanguageFiles::write(const QString& name, const QByteArray& bytes) const
+{
+    const QString filePath = file(name);
+    QFile file(filePath);
+    if (!QDir().mkpath(QFileInfo(filePath).path()) || !file.open(QIODevice::WriteOnly) ||
+        file.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(filePath));
+}
+
+void LanguageFiles::write(const QString& name, const QJsonObject& document) const
+{
+    write(name, QJsonDocument(document).toJson());
+}
+
+void LanguageFiles::remove(const QString& name) const
+{
+    if (!QFile::remove(file(name)))
+        qFatal("cannot remove %s", qPrintable(file(name)));
+}
+
+QJsonObject parseObject(const QByteArray& json)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    if (!document.isObject())
+        qFatal("a test's own JSON is wrong: %s", qPrintable(error.errorString()));
+    return document.object();
+}

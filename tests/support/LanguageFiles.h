@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+#include <QTemporaryDir>
+
+/** A temporary folder of language files. */
+class LanguageFiles
+{
+public:
+    /** The folder with the "/" at its end that a text manager wants. */
+    QString path() const { return m_Folder.path() + QLatin1Char('/'); }
+    /** Path of a file in the folder; the extension is added to @p name. */
+    QString file(const QString& name) const;
+
+    /** Writes a file, its sub-folder too; the extension is added to @p name. */
+    void write(const QString& name, const QByteArray& bytes) const;
+    void write(const QString& name, const QJsonObject& document) const;
+    void remove(const QString& name) const;
+
+private:
+    QTemporaryDir m_Folder;
+};
+
+/** Parses what a test wrote down as JSON; a mistake in it ends the test program. */
+QJsonObject parseObject(const QByteArray& json);

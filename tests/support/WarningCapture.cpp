@@ -1,0 +1,43 @@
+#include "WarningCapture.h"
+
+#include <QMutex>
+#include <QMutexLocker>
+
+#include <cstring>
+
+namespace
+{
+
+QMutex mutex;
+QStringList texts;
+
+} // namespace
+
+WarningCapture::WarningCapture()
+    : m_PreviousHandler(qInstallMessageHandler(handle))
+{
+    take();
+}
+
+WarningCapture::~WarningCapture()
+{
+    qInstallMessageHandler(m_PreviousHandler);
+}
+
+QStringList WarningCapture::take()
+{
+    const QMutexLocker locker(&mutex);
+    QStringList taken;
+    taken.swap(texts);
+    return taken;
+}
+
+void WarningCapture::handle(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    const bool isWarning = type == QtWarningMsg && std::strcmp(context.category, "default") == 0;
+    const bool isLocated =
+        context.file != nullptr && context.line > 0 && context.function != nullptr;
+    const QMutexLocker locker(&mutex);
+    texts.append(isWarning && isLocated ? text
+                                        : QStringLiteral("not a located warning: %1").arg(text));
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QMessageLogContext>
+#include <QString>
+#include <QStringList>
+
+/**
+ * Takes the messages that are logged while it lives, from whatever thread, away from the test's
+ * log. One at a time.
+ */
+class WarningCapture
+{
+public:
+    WarningCapture();
+    ~WarningCapture();
+    Q_DISABLE_COPY_MOVE(WarningCapture)
+
+    /**
+     * The texts so far, in their order, which are then forgotten. What is not as every message of
+     * the library has to be (a warning of the category "default" with file, line and function) has
+     * a text that says so.
+     */
+    QStringList take();
+
+private:
+    static void handle(QtMsgType type, const QMessageLogContext& context, const QString& text);
+
+    QtMessageHandler m_PreviousHandler;
+};
