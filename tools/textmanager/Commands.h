@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Console.h"
+
+#include <QStringList>
+
+// The commands, each in a source of its own. Each takes the words behind its name and returns the
+// program's exit status.
+
+ExitStatus runGet(const QStringList& words);
+ExitStatus runHeader(const QStringList& words);
+ExitStatus runLanguages(const QStringList& words);
+ExitStatus runUrls(const QStringList& words);

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+/** How the program ends. */
+enum ExitStatus : int {
+    Done = 0,
+    AnswerIsNo = 1,    ///< not found, or there are findings
+    UnusableInput = 2, ///< wrong usage, or input that cannot be used
+};
+
+/** Writes one line of the result to standard output. */
+void printResult(const QString& line);
+/** Writes the result for machines to standard output. */
+void printResult(const QJsonObject& object);
+/** Writes one line that is no result to standard error, with the program's name before it. */
+void printMessage(const QString& message);
+
+/** Makes the library's warnings messages of this program. */
+void installMessageHandler();
+
+/** Holds back the library's warnings for as long as it lives. */
+class SilencedWarnings
+{
+public:
+    SilencedWarnings();
+    ~SilencedWarnings();
+    Q_DISABLE_COPY_MOVE(SilencedWarnings)
+
+private:
+    QtMessageHandler m_PreviousHandler;
+};
+
+/** @return @p status, or UnusableInput, with a message, when a result could not be written. */
+int finishOutput(int status);

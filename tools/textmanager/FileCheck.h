@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+/** A file that a text manager silently leaves out, and why. */
+struct FileFinding {
+    QString path;
+    int line = 0;   ///< from 1; 0 when the file as a whole is meant
+    int column = 0; ///< in characters, from 1; 0 when the file as a whole is meant
+    QString fault;  ///< what is wrong, and what to do about it
+
+    /** "path:line:column: fault". */
+    QString toString() const;
+};
+
+/**
+ * The files of a language folder that a text manager leaves out without a word: unreadable,
+ * malformed, without "Content", or replaced by another file of the same language.
+ */
+QVector<FileFinding> findLeftOutFiles(const QString& folderPath);

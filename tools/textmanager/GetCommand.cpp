@@ -1,0 +1,115 @@
+#include "CommandLine.h"
+#include "Commands.h"
+#include "LanguageFolder.h"
+#include "NearestNames.h"
+
+#include <QJsonArray>
+
+namespace
+{
+
+using Wanted = LanguageFolder::Wanted;
+using Answer = LanguageFolder::Answer;
+
+/** What one call of the command asks for. */
+struct Request {
+    Wanted wanted = Wanted::Text;
+    QString language;
+};
+
+QString nameOf(Wanted wanted)
+{
+    return wanted == Wanted::Comment ? QStringLiteral("comment") : QStringLiteral("text");
+}
+
+void reportMiss(const LanguageFolder& folder, const QString& url, const Request& request)
+{
+    QString message = QStringLiteral("%1: no %2 (%3).")
+                          .arg(url, nameOf(request.wanted),
+                               folder.explainMiss(url, request.wanted, request.language));
+    const QStringList nearest = findNearestNames(url, folder.collectAllUrls());
+    if (!nearest.isEmpty() && !nearest.contains(url))
+        message += QStringLiteral(" Did you mean %1?").arg(nearest.join(QStringLiteral(" or ")));
+    printMessage(message);
+}
+
+void reportSubstitute(const QString& url, const Answer& answer, const Request& request)
+{
+    if (request.wanted == Wanted::ShortText && !answer.isShortText)
+        printMessage(QStringLiteral("%1: no short text in %2, the full text of %3 answers.")
+                         .arg(url, request.language, answer.language));
+    else if (answer.language != request.language)
+        printMessage(QStringLiteral("%1: no %2 in %3, %4 answers.")
+                         .arg(url, nameOf(request.wanted), request.language, answer.language));
+}
+
+QJsonObject toJson(const QString& url, const Answer& answer, const Request& request)
+{
+    QJsonObject object{{QStringLiteral("url"), url},
+                       {QStringLiteral("found"), answer.isFound()},
+                       {nameOf(request.wanted), answer.text},
+                       {QStringLiteral("language"), answer.language}};
+    if (request.wanted == Wanted::ShortText)
+        object.insert(QStringLiteral("isShortText"), answer.isShortText);
+    return object;
+}
+
+ExitStatus answerUrls(const LanguageFolder& folder, const QStringList& urls, const Request& request,
+                      bool isJsonWanted)
+{
+    ExitStatus status = Done;
+    QJsonArray answers;
+    for (const QString& url : urls) {
+        const Answer answer = folder.lookUp(url, request.wanted, request.language);
+        if (answer.isFound()) {
+            reportSubstitute(url, answer, request);
+        } else {
+            reportMiss(folder, url, request);
+            status = AnswerIsNo;
+        }
+        if (isJsonWanted)
+            answers.append(toJson(url, answer, request));
+        else if (answer.isFound())
+            printResult(answer.text);
+    }
+    if (isJsonWanted)
+        printResult({{QStringLiteral("answers"), answers}});
+    return status;
+}
+
+} // namespace
+
+ExitStatus runGet(const QStringList& words)
+{
+    const QString shortFolder = QStringLiteral("short-folder");
+    const QString shortText = QStringLiteral("short");
+    const QString comment = QStringLiteral("comment");
+    CommandLine commandLine(
+        QStringLiteral("get DIR URL..."),
+        QStringLiteral(
+            "Prints the text of each URL. What the wanted language does not have is taken from "
+            "en_US, then from POSIX, and standard error says so. The exit status is 1 when a text "
+            "is found in none of them, and standard error names the nearest URLs."));
+    commandLine.addLanguageOption(QStringLiteral("The wanted language."));
+    commandLine.addValueOption(shortFolder, QStringLiteral("NAME"),
+                               QStringLiteral("The sub-folder of DIR that holds the short texts."));
+    commandLine.addSwitch(
+        shortText, QStringLiteral("Print the short text, or the full text where there is none."));
+    commandLine.addSwitch(comment, QStringLiteral("Print the comment for translators."));
+    if (const auto status = commandLine.parse(words))
+        return *status;
+    if (commandLine.isSet(shortText) && commandLine.isSet(comment))
+        return commandLine.refuse(QStringLiteral("--short and --comment exclude each other."));
+    if (commandLine.isSet(shortText) && commandLine.value(shortFolder).isEmpty())
+        return commandLine.refuse(QStringLiteral("--short needs --short-folder NAME."));
+
+    const QStringList arguments = commandLine.arguments();
+    const auto folder = LanguageFolder::open(arguments.first(), commandLine.value(shortFolder));
+    if (!folder)
+        return UnusableInput;
+    const Wanted wanted = commandLine.isSet(shortText) ? Wanted::ShortText
+                          : commandLine.isSet(comment) ? Wanted::Comment
+                                                       : Wanted::Text;
+    return answerUrls(*folder, arguments.mid(1), {wanted, commandLine.language()},
+                      commandLine.isJsonWanted());
+}
