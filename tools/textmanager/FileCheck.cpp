@@ -40,7 +40,7 @@ FileFinding describeMalformedJson(const QString& path, const QByteArray& bytes,
                                   const QJsonParseError& qtError)
 {
     QString reason = qtError.errorString();
-    int offset = qtError.offset;
+    int offset = qtError.offset - 1; // Qt's is behind the character that it refused
     try {
         [[maybe_unused]] const auto parsed = nlohmann::json::parse(bytes.cbegin(), bytes.cend());
     } catch (const nlohmann::json::parse_error& error) {

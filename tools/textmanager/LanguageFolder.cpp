@@ -40,8 +40,7 @@ std::unique_ptr<LanguageFolder> LanguageFolder::open(const QString& folderPath,
     // A text manager takes its path as a prefix.
     const QString languagePath =
         folderPath.endsWith(QLatin1Char('/')) ? folderPath : folderPath + QLatin1Char('/');
-    if (!isFolder(languagePath) ||
-        (!shortFolder.isEmpty() && !isFolder(languagePath + shortFolder)))
+    if (!isFolder(folderPath) || !isFolder(languagePath + shortFolder))
         return nullptr;
 
     std::unique_ptr<LanguageFolder> folder;

@@ -1,0 +1,27 @@
+#include "ToolRun.h"
+
+#include <QJsonDocument>
+#include <QProcess>
+
+ToolRun::ToolRun(const QStringList& arguments, const QByteArray& input,
+                 const QString& workingDirectory)
+{
+    constexpr int limitInMilliseconds = 60'000;
+    QProcess process;
+    process.setWorkingDirectory(workingDirectory);
+    process.start(QStringLiteral(TEXTMANAGER_PROGRAM), arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    if (!process.waitForFinished(limitInMilliseconds))
+        qFatal("%s: %s", TEXTMANAGER_PROGRAM, qPrintable(process.errorString()));
+
+    if (process.exitStatus() == QProcess::NormalExit)
+        m_ExitStatus = process.exitCode();
+    m_StrOutput = QString::fromUtf8(process.readAllStandardOutput());
+    m_StrMessages = QString::fromUtf8(process.readAllStandardError());
+}
+
+QJsonObject ToolRun::outputObject() const
+{
+    return QJsonDocument::fromJson(m_StrOutput.toUtf8()).object();
+}
