@@ -1,3 +1,4 @@
+#include "Table.h"
 #include "WarningCapture.h"
 
 #include "LanguageFallbackHandler.h"
@@ -15,41 +16,30 @@ private Q_SLOTS:
 
 void LanguageFallbackHandlerTest::choosesALanguage_data()
 {
-    QTest::addColumn<QString>("available");
-    QTest::addColumn<QString>("wanted");
-    QTest::addColumn<QString>("chosen");
-    QTest::addColumn<QStringList>("warnings");
-
-    const auto row = [](const char* name, const char* available, const char* wanted,
-                        const char* chosen, const QStringList& warnings = {}) {
-        QTest::newRow(name) << QString::fromLatin1(available) << QString::fromLatin1(wanted)
-                            << QString::fromLatin1(chosen) << warnings;
-    };
-    const auto warning = [](const char* list) {
-        return QStringList{
-            QStringLiteral("Cannot find any fallback language in language key list: %1 !")
-                .arg(QLatin1String(list))};
-    };
-
-    row("the wanted one", "de_DE en_US", "de_DE", "de_DE");
-    row("the first fallback", "POSIX de_DE en_US", "fr_FR", "en_US");
-    row("the second fallback", "de_DE POSIX", "fr_FR", "POSIX");
-    row("case matters", "en_US POSIX", "en_us", "en_US");
-    row("no part of a key matches", "de_DE fr_FR", "de", "", warning("(\"de_DE\", \"fr_FR\")"));
-    row("an empty key is a key", "de_DE", "", "", warning("(\"de_DE\")"));
-    row("nothing available", "", "en_US", "", warning("()"));
+    addTable(R"(
+        case                      | available         | wanted | chosen | named in the warning
+        the wanted one            | de_DE en_US       | de_DE  | de_DE  |
+        the first fallback        | POSIX de_DE en_US | fr_FR  | en_US  |
+        the second fallback       | de_DE POSIX       | fr_FR  | POSIX  |
+        case matters              | en_US POSIX       | en_us  | en_US  |
+        no part of a key matches  | de_DE fr_FR       | de     |        | ("de_DE", "fr_FR")
+        an empty key is a key     | de_DE             |        |        | ("de_DE")
+        nothing available         |                   | en_US  |        | ()
+    )");
 }
 
 void LanguageFallbackHandlerTest::choosesALanguage()
 {
-    QFETCH(QString, available);
-    QFETCH(QString, wanted);
+    const QString named = cell("named in the warning");
+    QStringList warnings;
+    if (!named.isEmpty())
+        warnings << "Cannot find any fallback language in language key list: " + named + " !";
 
-    LanguageFallbackHandler handler({QStringLiteral("replaced")});
-    handler.setLanguageKeyList(available.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    LanguageFallbackHandler handler({"replaced"});
+    handler.setLanguageKeyList(cell("available").split(' ', Qt::SkipEmptyParts));
     WarningCapture capture;
-    QTEST(handler.getResultingLanguageKey(wanted), "chosen");
-    QTEST(capture.take(), "warnings");
+    QCOMPARE(handler.getResultingLanguageKey(cell("wanted")), cell("chosen"));
+    QCOMPARE(capture.take(), warnings);
 }
 
 QTEST_GUILESS_MAIN(LanguageFallbackHandlerTest)

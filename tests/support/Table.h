@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+/**
+ * Makes the rows of a data-driven test out of a text: a line of column names, then a line for each
+ * row, cells separated by "|" and trimmed. A row's name is its whole line.
+ */
+void addTable(const char* table);
+
+/** The current row's cell in a column; "\n" in it stands for a line break. */
+QString cell(const QString& column);
