@@ -11,3 +11,4 @@ ExitStatus runGet(const QStringList& words);
 ExitStatus runHeader(const QStringList& words);
 ExitStatus runLanguages(const QStringList& words);
 ExitStatus runUrls(const QStringList& words);
+ExitStatus runWatch(const QStringList& words);

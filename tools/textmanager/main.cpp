@@ -22,6 +22,7 @@ constexpr Command commands[] = {
     {"header", "show the header of a language", runHeader},
     {"languages", "list the languages of a folder, and its faulty files", runLanguages},
     {"urls", "list the URLs of all texts of a language", runUrls},
+    {"watch", "print texts in the device's language whenever it changes", runWatch},
 };
 
 QString helpText()
