@@ -17,6 +17,7 @@ public:
     QString file() const { return m_Folder.filePath("device.json"); }
     void write(const QByteArray& json) const;
     QByteArray read() const;
+    void removeFolder() { m_Folder.remove(); }
     /** What a device of one setting, its language, has stored; @p value is JSON. */
     static QByteArray withLanguage(const QByteArray& value);
 
