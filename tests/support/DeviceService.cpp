@@ -7,12 +7,17 @@
 DeviceService::DeviceService(const QByteArray& json)
 {
     write(json);
-    m_Process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
 }
 
 DeviceService::~DeviceService()
 {
-    kill();
+    end(SIGKILL);
+}
+
+QByteArray DeviceService::withLanguage(const QByteArray& value)
+{
+    return R"({"configuration": {"DeviceSettings/DeviceSettings": {"TextManager": {"Language": )" +
+           value + R"(}}}, "statusDisplay": {"available": true, "folder": "short"}})";
 }
 
 void DeviceService::write(const QByteArray& json) const
@@ -28,55 +33,38 @@ QByteArray DeviceService::read() const
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QByteArray DeviceService::withLanguage(const QByteArray& value)
+void DeviceService::startService()
 {
-    return R"({"configuration": {"DeviceSettings/DeviceSettings": {"TextManager": {"Language": )" +
-           value + R"(}}}, "statusDisplay": {"available": true, "folder": "short"}})";
-}
-
-void DeviceService::start()
-{
-    m_Process.start(DEVICE_SIMULATOR_PROGRAM, {file()});
-    while (!m_Process.canReadLine()) {
-        if (!m_Process.waitForReadyRead())
-            qFatal("%s did not come up", DEVICE_SIMULATOR_PROGRAM);
+    start(DEVICE_SIMULATOR_PROGRAM, {file()});
+    while (!canReadLine()) {
+        if (!waitForReadyRead())
+            qFatal("no service: %s", readAllStandardError().constData());
     }
 }
 
-void DeviceService::kill()
+void DeviceService::send(int signal) const
 {
-    m_Process.kill();
-    m_Process.waitForFinished();
+    if (state() == Running)
+        ::kill(static_cast<pid_t>(processId()), signal);
 }
 
-void DeviceService::hang() const
+int DeviceService::end(int signal)
 {
-    ::kill(static_cast<pid_t>(m_Process.processId()), SIGSTOP);
-}
-
-void DeviceService::resume() const
-{
-    ::kill(static_cast<pid_t>(m_Process.processId()), SIGCONT);
-}
-
-int DeviceService::interrupt()
-{
-    ::kill(static_cast<pid_t>(m_Process.processId()), SIGINT);
-    m_Process.waitForFinished();
-    return m_Process.exitStatus() == QProcess::NormalExit ? m_Process.exitCode() : -1;
+    send(signal);
+    waitForFinished();
+    return exitStatus() == NormalExit ? exitCode() : -1;
 }
 
 QString DeviceService::tell(const QString& method, const QStringList& arguments)
 {
     QProcess call;
-    call.setProcessChannelMode(QProcess::MergedChannels);
-    call.start("dbus-send",
-               QStringList{"--session", "--print-reply=literal", "--dest=Device.DeviceManager",
-                           "/Configuration", "Interface.Configuration." + method} +
-                   arguments);
+    call.setProcessChannelMode(MergedChannels);
+    call.start("dbus-send", QStringList{"--session", "--print-reply", "--dest=Device.DeviceManager",
+                                        "/Configuration", "Interface.Configuration." + method} +
+                                arguments);
     if (!call.waitForFinished())
         qFatal("dbus-send: %s", qPrintable(call.errorString()));
-    return QString::fromUtf8(call.readAll()).trimmed();
+    return QString::fromUtf8(call.readAll());
 }
 
 QString DeviceService::setLanguage(const QString& value)

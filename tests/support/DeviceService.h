@@ -6,29 +6,27 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/** A simulated device in a process of its own; what goes wrong in it ends the test program. */
-class DeviceService
+/** A simulated device in a process of its own. */
+class DeviceService : public QProcess
 {
 public:
-    /** Writes what the device has stored; nothing runs yet. */
+    /** @param json what the device has stored; nothing runs yet. */
     explicit DeviceService(const QByteArray& json);
-    ~DeviceService();
+    ~DeviceService() override;
 
-    QString file() const { return m_Folder.filePath("device.json"); }
-    void write(const QByteArray& json) const;
-    QByteArray read() const;
-    void removeFolder() { m_Folder.remove(); }
-    /** What a device of one setting, its language, has stored; @p value is JSON. */
+    /** What a device has stored that has a language, given as JSON, and a status display. */
     static QByteArray withLanguage(const QByteArray& value);
 
-    /** Returns when the service is on the bus. */
-    void start();
-    void kill();
-    /** Makes the process stand still, as one that hangs, and go on. */
-    void hang() const;
-    void resume() const;
-    /** Ends the process as its user does. @return its exit status. */
-    int interrupt();
+    void write(const QByteArray& json) const;
+    QByteArray read() const;
+    QString file() const { return m_Folder.filePath("device.json"); }
+    void removeFolder() { m_Folder.remove(); }
+
+    /** Returns when the service is on the bus; otherwise the test program ends. */
+    void startService();
+    void send(int signal) const;
+    /** Ends the process with a signal. @return its exit status, -1 when the signal killed it. */
+    int end(int signal);
 
     /** Calls a method as a desktop does. @return what the call printed, its error too. */
     static QString tell(const QString& method, const QStringList& arguments = {});
@@ -36,5 +34,4 @@ public:
 
 private:
     QTemporaryDir m_Folder;
-    QProcess m_Process;
 };
