@@ -31,7 +31,7 @@ void printResult(const QString& line)
 
 void printResult(const QJsonObject& object)
 {
-    write(stdout, QString::fromUtf8(QJsonDocument(object).toJson()));
+    printResult(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
 }
 
 void printMessage(const QString& message)
