@@ -36,6 +36,7 @@ void printResult(const QJsonObject& object)
 
 void printMessage(const QString& message)
 {
+    std::fflush(stdout); // results and messages in the order in which they came
     write(stderr, QStringLiteral("textmanager: %1\n").arg(message));
 }
 
