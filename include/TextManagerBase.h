@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DynamicTextHandler.h"
 #include "TextManagerDefinitions.h"
 #include "TextManagerLibraryExport.h"
 
@@ -11,9 +12,11 @@
 #include <QString>
 #include <QStringList>
 
+class DynamicTextReaderInterface;
+
 /**
  * Loads the language files of one folder and answers look-ups of texts, short texts and comments by
- * text URL.
+ * text URL; dynamic texts, which are in no file, it reads through a reader of the application.
  *
  * A language's key is the base name of its file: `de_DE` for `de_DE.json`. Where an operation
  * speaks of fallback, it tries, and takes the first text that is not empty:
@@ -26,7 +29,8 @@
  * any thread, except where an operation says that it takes no lock. languageReloaded() is emitted
  * in the thread that calls reloadLanguage(), after the mutex has been released.
  *
- * **Ownership.** The object owns what it loaded. It has no QObject parent.
+ * **Ownership.** The object owns what it loaded, and its handler of dynamic texts, but not the
+ * reader that the handler is given. It has no QObject parent.
  */
 class TEXTMANAGERLIBRARY_EXPORT TextManagerBase : public QObject
 {
@@ -169,6 +173,22 @@ public:
      */
     QStringList getAvailableUrls(const QString& languageKey) const;
 
+    /**
+     * Makes @p reader the source of dynamic texts. It stays the caller's and must outlive this
+     * object. Takes no lock: not while getDynamicText() runs in another thread.
+     */
+    void setDynamicTextReader(DynamicTextReaderInterface& reader);
+
+    /**
+     * The dynamic text at @p url for @p language, as DynamicTextHandler::getText() answers it: with
+     * a fallback among the languages of that text alone, and empty, with a warning, before any
+     * setDynamicTextReader().
+     *
+     * Deliberately unlike getText(), it takes no lock, so that a slow reader blocks nobody, and an
+     * empty @p language is not replaced by the current language.
+     */
+    QString getDynamicText(const QString& url, const QString& language) const;
+
 Q_SIGNALS:
     /** Emitted after every reloadLanguage(), whether or not any file could be read. */
     void languageReloaded();
@@ -198,6 +218,7 @@ protected:
     QMap<QString, QJsonObject> m_ShortLanguageMap; ///< language key to document: short texts
     mutable QMutex m_Mutex;                        ///< guards both maps
     QString m_StrShortLanguageFolder;              ///< sub-folder of short texts; empty: none
+    DynamicTextHandler m_DynamicTextHandler;       ///< reads dynamic texts; not under the mutex
 
 private:
     QString fullText(const QString& textUrl, bool& ok, const QString& languageKey) const;
