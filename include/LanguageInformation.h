@@ -27,8 +27,7 @@ public:
     /** Whether @p jsonObject holds @p key with a string as its value. */
     bool checkIfPropertyExists(const QJsonObject& jsonObject, const QString& key) const;
 
-    /** Whether @p jsonValue is a text node: an object with a string "text" and a string "comment".
-     */
+    /** Whether @p jsonValue is a text node, an object whose "text" and "comment" are strings. */
     bool checkIfTextAndCommentExists(const QJsonValue& jsonValue) const;
 
     /** Whether @p jsonObject holds "childs", whatever the type of its value. */

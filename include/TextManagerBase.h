@@ -95,8 +95,8 @@ public:
     QString getLanguageFileNameFromLanguageName(const QString& languageName) const;
     /** Path of the short texts of @p languageName; empty without short texts. Takes no lock. */
     QString getShortLanguageFileNameFromLanguageName(const QString& languageName) const;
-    /** Path of the short-text folder, no "/" at its end; empty without short texts. Takes no lock.
-     */
+    /** Path of the short-text folder, without a "/" at its end; empty without short texts. Takes no
+     * lock. */
     QString getShortLanguageFilepath() const;
     /** Key of the current language. Takes no lock. */
     QString getLanguageName() const;

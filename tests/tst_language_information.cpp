@@ -1,39 +1,38 @@
 #include "LanguageFiles.h"
+#include "Table.h"
 #include "WarningCapture.h"
 
 #include "LanguageInformation.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QTest>
 
 namespace
 {
 
-/** A content tree with everything in it that a walk can meet. */
-QJsonObject contentTree()
+const QString content = "Content";
+
+/** A document with everything in its content that a walk can meet. */
+QJsonObject languageDocument()
 {
-    return parseObject(R"({
-        "": {"text": "top, nameless", "childs": {"": {"text": "below, nameless"}}},
-        "Menu": {
-            "text": "Menu",
-            "comment": "Title",
-            "number": 7,
-            "Direct": {"text": "beside the container"},
-            "childs": {
-                "Save": {"text": "Save", "comment": "Button"},
-                "": {"text": "empty key"},
-                "Deep": {"childs": {"Deeper": {"text": "deep"}}}
-            }
-        },
+    return parseObject(R"({"Header": "no object", "Content": {
+        "": {"text": "top", "childs": {"": {"text": "below"}}},
+        "Menu": {"text": "Menu", "comment": "Title", "number": 7,
+                 "Direct": {"text": "beside the container"},
+                 "childs": {"Save": {"text": "Save", "comment": "Button"},
+                            "": {"text": "empty key"},
+                            "Deep": {"childs": {"Deeper": {"text": "deep"}}}}},
         "Flat": {"Inner": {"Innermost": {"text": "no containers"}}},
         "Broken": {"childs": "no object", "text": 3},
         "Leaf": "a string",
-        "Childs": {"text": "an ordinary key"}
-    })");
+        "Childs": {"text": "an ordinary key"}}})");
 }
 
-QJsonObject document(const QByteArray& content)
+/** @p value as JSON, in one line. */
+QString toJson(const QJsonValue& value)
 {
-    return {{QStringLiteral("Content"), parseObject(content)}};
+    return QString::fromUtf8(QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact));
 }
 
 } // namespace
@@ -47,237 +46,129 @@ private Q_SLOTS:
     void readsValues();
     void readsStrings_data();
     void readsStrings();
-    void readsPropertiesOfNodes();
-    void readsHeaders_data();
-    void readsHeaders();
     void listsUrls_data();
     void listsUrls();
     void collectsBelowAValue();
-    void walksAsDeepAsTheParserGoes();
 };
 
 void LanguageInformationTest::readsValues_data()
 {
-    QTest::addColumn<QString>("url");
-    QTest::addColumn<QJsonValue>("value"); // undefined: not found
-    QTest::addColumn<QStringList>("warnings");
-
-    const auto found = [](const char* url, const QJsonValue& value) {
-        QTest::newRow(url) << QString::fromLatin1(url) << value << QStringList();
-    };
-    const auto notFound = [](const char* url, const QStringList& warnings = {}) {
-        QTest::newRow(url) << QString::fromLatin1(url) << QJsonValue(QJsonValue::Undefined)
-                           << warnings;
-    };
-    const auto missingObject = [](const char* rest) {
-        return QStringList{
-            QStringLiteral("Unable to find jsonObject for url: \"%1\"").arg(QLatin1String(rest))};
-    };
-
-    found("Menu/text", QStringLiteral("Menu"));
-    found("Menu/number", 7);
-    found("Menu/Save/text", QStringLiteral("Save"));
-    found("Menu/Deep/Deeper/text", QStringLiteral("deep"));
-    found("Menu//text", QStringLiteral("empty key"));
-    found("/text", QStringLiteral("top, nameless"));
-    found("//text", QStringLiteral("below, nameless"));
-    found("Flat/Inner/Innermost/text", QStringLiteral("no containers"));
-    found("Childs/text", QStringLiteral("an ordinary key"));
-    found("Leaf", QStringLiteral("a string"));
-    found("Menu/childs", contentTree()[QLatin1String("Menu")].toObject()[QLatin1String("childs")]);
-    found("", contentTree()[QString()]);
-
-    notFound("menu/text");
-    notFound("Menu/Save"); // the last key is never looked up in the container
-    notFound("Menu/Save/");
-    notFound("Menu/Direct/text"); // the container hides what stands beside it
-    notFound("Menu/childs/Save/text");
-    notFound("Broken/Any/text"); // a container that is no object
-    notFound("No/Such/text");
-
-    notFound("Leaf/text", missingObject("Leaf/text"));
-    notFound("Menu/text/x"); // with a container, "text" is looked up in it, and is not there
-    notFound("Menu/Save/text/more", missingObject("text/more"));
-    notFound("Menu/Save/text/more/and/more", missingObject("text/more/and/more"));
-    notFound("Flat/Inner/Innermost/text/x", missingObject("text/x"));
+    addTable(R"(
+        url                            | value                             | URL in the warning
+        Menu/text                      | ["Menu"]                          |
+        Menu/number                    | [7]                               |
+        Menu/Save/text                 | ["Save"]                          |
+        Menu/Save                      |                                   |
+        Menu/Direct/text               |                                   |
+        Menu/childs/Save/text          |                                   |
+        Menu/childs                    | [{"":{"text":"empty key"},"Deep":{"childs":{"Deeper":{"text":"deep"}}},"Save":{"comment":"Button","text":"Save"}}] |
+        Menu/Deep/Deeper/text          | ["deep"]                          |
+        Menu//text                     | ["empty key"]                     |
+        Menu/Save/                     |                                   |
+        /text                          | ["top"]                           |
+        //text                         | ["below"]                         |
+                                       | [{"childs":{"":{"text":"below"}},"text":"top"}] |
+        Flat/Inner/Innermost/text      | ["no containers"]                 |
+        Broken/Any/text                |                                   |
+        No/Such/text                   |                                   |
+        menu/text                      |                                   |
+        Childs/text                    | ["an ordinary key"]               |
+        Leaf                           | ["a string"]                      |
+        Leaf/text                      |                                   | Leaf/text
+        Menu/text/x                    |                                   |
+        Menu/Save/text/more            |                                   | text/more
+        Flat/Inner/Innermost/text/x/y/ |                                   | text/x/y/
+    )");
 }
 
 void LanguageInformationTest::readsValues()
 {
-    QFETCH(QString, url);
-    QFETCH(QJsonValue, value);
-    QFETCH(QStringList, warnings);
+    const QString url = cell("URL in the warning");
+    QStringList warnings;
+    if (!url.isEmpty())
+        warnings << "Unable to find jsonObject for url: \"" + url + '"';
 
-    const QJsonValue untouched = QStringLiteral("untouched");
-    QJsonValue result = untouched;
+    QJsonValue result = "untouched";
     WarningCapture capture;
-    QCOMPARE(LanguageInformation().readJsonValue(url, contentTree(), result), !value.isUndefined());
-    QCOMPARE(result, value.isUndefined() ? untouched : value);
+    const bool isFound = LanguageInformation().readJsonValue(
+        cell("url"), languageDocument().value(content).toObject(), result);
+    QCOMPARE(isFound, !cell("value").isEmpty());
+    QCOMPARE(toJson(result), isFound ? cell("value") : "[\"untouched\"]");
     QCOMPARE(capture.take(), warnings);
 }
 
 void LanguageInformationTest::readsStrings_data()
 {
-    QTest::addColumn<QString>("url");
-    QTest::addColumn<bool>("isRead");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<QStringList>("warnings");
-
-    QTest::newRow("a string") << "Menu/Save/text" << true << true << QStringList();
-    QTest::newRow("nothing: not ok") << "Menu/Load/text" << false << false << QStringList();
-    QTest::newRow("a number: found, yet not read")
-        << "Broken/text" << false << true
-        << QStringList{QStringLiteral("Invalid data type of jsonValue for url: \"Broken/text\"")};
-    QTest::newRow("a node: found, yet not read")
-        << "Menu" << false << true
-        << QStringList{QStringLiteral("Invalid data type of jsonValue for url: \"Menu\"")};
+    addTable(R"(
+        root    | url       | property | answer    | ok | URL in the warning
+        Content | Menu/Save | comment  | Button    | 1  |
+        Content | Menu/Load | comment  |           | 0  |
+        Content | Leaf      |          | a string  | 1  |
+        Content | Broken    | text     |           | 1  | Broken/text
+        Content | Menu      |          |           | 1  | Menu
+        Header  | Menu      | text     |           | 0  |
+        Footer  | Menu      | text     |           | 0  |
+    )");
 }
 
 void LanguageInformationTest::readsStrings()
 {
-    QFETCH(QString, url);
-    QFETCH(bool, isRead);
-
-    bool ok = false;
-    QString result = QStringLiteral("untouched");
-    WarningCapture capture;
-    QCOMPARE(LanguageInformation().readStringValueFromJson(url, ok, contentTree(), result), isRead);
-    QTEST(ok, "ok");
-    QTEST(capture.take(), "warnings");
-    QCOMPARE(result, isRead ? QStringLiteral("Save") : QStringLiteral("untouched"));
-}
-
-void LanguageInformationTest::readsPropertiesOfNodes()
-{
     const LanguageInformation information;
-    const QJsonObject languageDocument{{QStringLiteral("Content"), contentTree()},
-                                       {QStringLiteral("Header"), QStringLiteral("no object")}};
-    const QString content = QStringLiteral("Content");
-    const QString text = QStringLiteral("text");
-    WarningCapture capture;
+    const QString warnedUrl = cell("URL in the warning");
+    QStringList warnings;
+    if (!warnedUrl.isEmpty())
+        warnings << "Invalid data type of jsonValue for url: \"" + warnedUrl + '"';
 
     bool ok = false;
-    QCOMPARE(information.getObject(QStringLiteral("Menu/Save"), ok, languageDocument, content,
-                                   QStringLiteral("comment")),
-             QStringLiteral("Button"));
-    QVERIFY(ok);
-    QCOMPARE(
-        information.getObject(QStringLiteral("Leaf"), ok, languageDocument, content, QString()),
-        QStringLiteral("a string"));
-    QVERIFY(ok);
-    QCOMPARE(information.getObject(QStringLiteral("Menu"), ok, languageDocument,
-                                   QStringLiteral("Header"), text),
-             QString());
-    QVERIFY(!ok);
-    QCOMPARE(capture.take(), QStringList());
-
-    QCOMPARE(information.getObject(QStringLiteral("Broken"), ok, languageDocument, content, text),
-             QString());
-    QVERIFY(ok);
-    QCOMPARE(capture.take(), QStringList{QStringLiteral(
-                                 "Invalid data type of jsonValue for url: \"Broken/text\"")});
-}
-
-void LanguageInformationTest::readsHeaders_data()
-{
-    QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QString>("subLanguage");
-    QTest::addColumn<int>("warnings");
-
-    QTest::newRow("both") << QByteArray(R"({"Header": {"language": "de", "subLanguage": "CH"}})")
-                          << "de"
-                          << "CH" << 0;
-    QTest::newRow("one missing") << QByteArray(R"({"Header": {"subLanguage": "CH"}})") << ""
-                                 << "CH" << 0;
-    QTest::newRow("a number") << QByteArray(R"({"Header": {"language": 1, "subLanguage": "CH"}})")
-                              << ""
-                              << "CH" << 1;
-    QTest::newRow("no object") << QByteArray(R"({"Header": "de"})") << ""
-                               << "" << 0;
-}
-
-void LanguageInformationTest::readsHeaders()
-{
-    QFETCH(QByteArray, json);
     WarningCapture capture;
-    const auto info = LanguageInformation().getLanguageHeaderInfo(parseObject(json));
-    QTEST(info.first, "language");
-    QTEST(info.second, "subLanguage");
-    QTEST(capture.take().size(), "warnings");
+    QCOMPARE(
+        information.getObject(cell("url"), ok, languageDocument(), cell("root"), cell("property")),
+        cell("answer"));
+    QCOMPARE(ok, cell("ok") == "1");
+    QCOMPARE(capture.take(), warnings);
+
+    QString result = "untouched";
+    const QString url = QStringList{cell("url"), cell("property")}.join('/');
+    const bool isRead = information.readStringValueFromJson(
+        url.endsWith('/') ? url.chopped(1) : url, ok,
+        languageDocument().value(cell("root")).toObject(), result);
+    QCOMPARE(isRead, !cell("answer").isEmpty());
+    QCOMPARE(result, isRead ? cell("answer") : "untouched");
 }
 
 void LanguageInformationTest::listsUrls_data()
 {
-    QTest::addColumn<QJsonObject>("languageDocument");
-    QTest::addColumn<QStringList>("urls");
-
-    const auto row = [](const char* name, const QByteArray& content, const QStringList& urls) {
-        QTest::newRow(name) << document(content) << urls;
-    };
-    const auto list = [](const char* urls) {
-        return QString::fromLatin1(urls).split(QLatin1Char(' '));
-    };
-
-    row("a node before its children, siblings by key",
-        R"({"B": {"text": "", "comment": ""},
-            "A": {"text": "", "comment": "", "childs": {"b": {"text": "", "comment": ""},
-                                                        "B": {"text": "", "comment": ""}}}})",
-        list("A A/B A/b B"));
-    row("text and comment must both be strings",
-        R"({"A": {"text": ""}, "B": {"text": 1, "comment": ""}, "C": {"text": "", "comment": null},
-            "D": {"childs": {"E": {"text": "", "comment": ""}}}})",
-        list("D/E"));
-    row("nodes without a container, and in any other member",
-        R"({"A": {"B": {"text": "", "comment": ""},
-                  "other": {"C": {"text": "", "comment": ""}}}})",
-        list("A/B A/other/C"));
-    row("a key that begins with childs loses that beginning",
-        R"({"A": {"childs": {"childsMenu": {"text": "", "comment": ""}}}})", list("AMenu"));
-    row("a top-level childs stays", R"({"childs": {"text": "", "comment": ""}})", list("childs"));
-    row("an empty key is listed; at the top it is lost from its children",
-        R"({"": {"text": "", "comment": "", "childs": {"A": {"text": "", "comment": ""},
-            "": {"text": "", "comment": ""}}}})",
-        {QString(), QStringLiteral("childs/"), QStringLiteral("childs/A")});
-    row("empty content", "{}", {});
-    QTest::newRow("no content") << parseObject(R"({"Header": {}})") << QStringList();
-    QTest::newRow("content is no object") << parseObject(R"({"Content": [1]})") << QStringList();
+    // N stands for a text node, N+ for one with more in it; the URLs end in ";".
+    addTable(R"(
+        urls              | content
+        A;A/B;A/b;B;      | {"B": N, "A": N+ "childs": {"b": N, "B": N}}}
+        D/E;              | {"A": {"text": ""}, "B": {"text": 1, "comment": ""}, "D": {"childs": {"E": N}}}
+        A/B;A/other/C;    | {"A": {"B": N, "other": {"C": N}}}
+        AMenu;            | {"A": {"childs": {"childsMenu": N}}}
+        childs;           | {"childs": N}
+        ;childs/;childs/A;| {"": N+ "childs": {"A": N, "": N}}}
+                          | {}
+                          | [1]
+    )");
 }
 
 void LanguageInformationTest::listsUrls()
 {
-    QFETCH(QJsonObject, languageDocument);
-    WarningCapture capture;
-    QTEST(LanguageInformation().getAvailableUrls(languageDocument), "urls");
-    QCOMPARE(capture.take(), QStringList());
+    const QString node = R"({"text": "", "comment": "")";
+    const QString json =
+        cell("content").replace("N+", node + ',').replace("N", node + '}').prepend("{\"Content\":");
+    const QStringList urls =
+        LanguageInformation().getAvailableUrls(parseObject(json.toUtf8() + '}'));
+    QCOMPARE(urls.isEmpty() ? QString() : urls.join(';') + ';', cell("urls"));
 }
 
 void LanguageInformationTest::collectsBelowAValue()
 {
-    QStringList urls = {QStringLiteral("kept")};
-    const QJsonValue menu = contentTree().value(QStringLiteral("Menu"));
-    LanguageInformation().collectUrls(menu, QStringLiteral("A/childs/Menu"), urls);
-    QCOMPARE(urls, (QStringList{QStringLiteral("kept"), QStringLiteral("A/Menu/Save")}));
-}
-
-void LanguageInformationTest::walksAsDeepAsTheParserGoes()
-{
-    constexpr int depth = 500;
-    QJsonObject node = parseObject(R"({"text": "bottom", "comment": ""})");
-    QStringList keys = {QStringLiteral("K")};
-    for (int level = 1; level < depth; ++level) {
-        node = QJsonObject{{QStringLiteral("childs"), QJsonObject{{keys.first(), node}}}};
-        keys.append(keys.first());
-    }
-    const QJsonObject languageDocument{
-        {QStringLiteral("Content"), QJsonObject{{keys.first(), node}}}};
-    const QString url = keys.join(QLatin1Char('/'));
-
-    bool ok = false;
-    QCOMPARE(LanguageInformation().getObject(url, ok, languageDocument, QStringLiteral("Content"),
-                                             QStringLiteral("text")),
-             QStringLiteral("bottom"));
-    QCOMPARE(LanguageInformation().getAvailableUrls(languageDocument), QStringList{url});
+    QStringList urls = {"kept"};
+    const QJsonValue menu = languageDocument().value(content)["Menu"];
+    LanguageInformation().collectUrls(menu, "A/childs/Menu", urls);
+    QCOMPARE(urls, (QStringList{"kept", "A/Menu/Save"}));
+    QCOMPARE(LanguageInformation().getAvailableUrls(QJsonObject()), QStringList());
 }
 
 QTEST_GUILESS_MAIN(LanguageInformationTest)

@@ -31,11 +31,12 @@ void printResult(const QString& line)
 
 void printResult(const QJsonObject& object)
 {
-    write(stdout, QString::fromUtf8(QJsonDocument(object).toJson()));
+    printResult(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
 }
 
 void printMessage(const QString& message)
 {
+    std::fflush(stdout); // results and messages in the order in which they came
     write(stderr, QStringLiteral("textmanager: %1\n").arg(message));
 }
 

@@ -12,7 +12,7 @@ enum ExitStatus : int {
 
 /** Writes one line of the result to standard output. */
 void printResult(const QString& line);
-/** Writes the result for machines to standard output. */
+/** Writes the result for machines to standard output, in one line. */
 void printResult(const QJsonObject& object);
 /** Writes one line that is no result to standard error, with the program's name before it. */
 void printMessage(const QString& message);

@@ -1,0 +1,6 @@
+#include "PropertyManagerConst.h"
+
+QString PropertyManagerConst::getLanguageFileExtension()
+{
+    return QStringLiteral("lang");
+}

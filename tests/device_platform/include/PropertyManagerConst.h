@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+
+struct PropertyManagerConst {
+    static QString getLanguageFileExtension();
+};

@@ -1,0 +1,80 @@
+#!/usr/bin/env bash
+# Installs the library, once as it was built and once on a device's own platform, and builds and runs
+# the smallest client against each: with CMake, and with pkg-config alone.
+#
+# Usage: installed_package.sh SOURCE_DIR BUILD_DIR
+set -euo pipefail
+source=$(realpath "$1")
+build=$(realpath "$2")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+fail() {
+    echo "installed_package: $1" >&2
+    exit 1
+}
+
+configure_and_build() { # SOURCE BUILD [OPTION...]
+    local from=$1 to=$2
+    shift 2
+    cmake -S "$from" -B "$to" -G Ninja -Wno-dev -DCMAKE_BUILD_TYPE=Debug "$@" >"$to.log" &&
+        cmake --build "$to" >>"$to.log" || {
+        cat "$to.log" >&2
+        fail "cannot build $from"
+    }
+}
+
+# Languages with the extension that the platform asks for; the text names the platform.
+write_language() { # EXTENSION
+    mkdir -p "$work/$1"
+    printf '{"Content": {"Menu": {"text": "read from .%s", "comment": ""}}}' "$1" >"$work/$1/de_DE.$1"
+}
+
+check_client() { # NAME EXTENSION PREFIX...
+    local name=$1 extension=$2 prefixes
+    shift 2
+    prefixes=$(IFS=';' && echo "$*")
+    write_language "$extension"
+
+    configure_and_build "$source/examples/consumer" "$work/$name-cmake" "-DCMAKE_PREFIX_PATH=$prefixes"
+    mkdir "$work/$name-pkg-config"
+    # shellcheck disable=SC2046 # words are meant
+    PKG_CONFIG_PATH=$(echo "$1"/lib*/pkgconfig "$1"/lib/*/pkgconfig | tr ' ' ':') \
+        sh -c 'c++ "$1" -o "$2" $(pkg-config --cflags --libs TextManagerLibrary) \
+            -Wl,-rpath,$(pkg-config --variable=libdir TextManagerLibrary)' \
+        sh "$source/examples/consumer/main.cpp" "$work/$name-pkg-config/consumer"
+
+    for client in "$work/$name-cmake/consumer" "$work/$name-pkg-config/consumer"; do
+        text=$("$client" "$work/$extension/" de_DE Menu) || fail "$client failed"
+        [ "$text" = "read from .$extension" ] || fail "$client printed '$text'"
+    done
+}
+
+# A header that a client cannot include alone, or a symbol that is none of an exported class.
+check_interface() { # PREFIX
+    local headers=$1/include/TextManagerLibrary library symbols
+    for header in "$headers"/*.h; do
+        echo "#include <$(basename "$header")>" | c++ -std=c++17 -fsyntax-only -fPIC -x c++ - \
+            -I "$headers" -I "$headers/platform" $(pkg-config --cflags Qt5Core) ||
+            fail "$(basename "$header") cannot be included alone"
+    done
+    library=$(find "$1" -name libTextManagerLibrary.so)
+    symbols=$(nm --dynamic --defined-only --demangle "$library" | cut -d' ' -f3- |
+        sed -E 's/^(vtable|typeinfo|typeinfo name) for //; s/::.*//; s/\(.*//; s/@.*//' | sort -u)
+    for symbol in $symbols; do
+        [ -e "$headers/$symbol.h" ] || fail "'$symbol' is exported, but has no public header"
+    done
+}
+
+cmake --install "$build" --prefix "$work/reference" >/dev/null
+check_interface "$work/reference"
+check_client reference json "$work/reference"
+
+configure_and_build "$source/tests/device_platform" "$work/device-build" \
+    "-DCMAKE_INSTALL_PREFIX=$work/device"
+cmake --install "$work/device-build" >/dev/null
+configure_and_build "$source" "$work/library-build" "-DCMAKE_PREFIX_PATH=$work/device" \
+    -DTEXTMANAGER_PLATFORM_PACKAGE=DevicePlatform -DTEXTMANAGER_BUILD_TESTS=OFF
+cmake --install "$work/library-build" --prefix "$work/library" >/dev/null
+[ -z "$(find "$work/library" -ipath '*platform*')" ] || fail "the reference platform was installed"
+check_client device lang "$work/library" "$work/device"
