@@ -209,6 +209,8 @@ void LanguageInformation::collectUrls(const QJsonValue& jsonValue, const QString
         prefix.isEmpty() ? prefix : prefix + LanguageDefinitions::getUrlSeparator();
     for (auto member = object.constBegin(); member != object.constEnd(); ++member) {
         const QJsonValue child = member.value();
+        if (!child.isObject())
+            continue;
         const QString path = start + member.key();
         if (checkIfTextAndCommentExists(child))
             urls.append(urlFromStoragePath(path));

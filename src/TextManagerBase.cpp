@@ -129,8 +129,15 @@ QString TextManagerBase::getText(const QString& textUrl, bool& ok, const QString
 
 QString TextManagerBase::getText(const QString& textUrl, const QString& languageKey) const
 {
+    // Not through the form with the flag: this is the look-up that screens are made of, and what is
+    // remembered is found here without another call.
+    const QMutexLocker locker(&m_Mutex);
+    const QString& key = languageKey.isEmpty() ? m_StrLanguageName : languageKey;
+    m_Memory->keepAnswersOnlyFor(m_LanguageMap, m_ShortLanguageMap);
+    if (const Answer* remembered = m_Memory->texts.find(key, textUrl))
+        return remembered->text;
     bool ok = false;
-    return getText(textUrl, ok, languageKey, false);
+    return fullText(textUrl, ok, key);
 }
 
 QString TextManagerBase::getShortText(const QString& textUrl, bool& ok,
