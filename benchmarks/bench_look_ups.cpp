@@ -1,0 +1,253 @@
+// The look-ups of the library, and beside them those of what a user might pick in its place.
+
+#include "BenchmarkProgram.h"
+#include "Peers.h"
+
+#include <LanguageDefinitions.h>
+#include <LanguageInformation.h>
+#include <TextManagerBase.h>
+
+#include <benchmark/benchmark.h>
+
+#include <QDebug>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <deque>
+#include <random>
+#include <vector>
+
+namespace
+{
+
+constexpr int languageCount = 3;
+
+/** What is looked up, in random order: no text stands near the one before it. */
+template<typename Key>
+using Keys = std::vector<Key>;
+
+/** A copy with characters of its own, so that no key is known by its address. */
+template<typename Key>
+Key copyOf(const Key& key)
+{
+    return Key(key.constData(), key.size());
+}
+
+Keys<QString> shuffled(const QVector<QString>& urls)
+{
+    Keys<QString> keys;
+    for (const QString& url : urls)
+        keys.push_back(copyOf(url));
+    std::shuffle(keys.begin(), keys.end(), std::mt19937());
+    return keys;
+}
+
+Keys<QString> misspelt(Keys<QString> urls)
+{
+    for (QString& url : urls)
+        url.append(QLatin1Char('x'));
+    return urls;
+}
+
+Keys<QByteArray> toIds(const Keys<QString>& urls)
+{
+    Keys<QByteArray> ids;
+    for (const QString& url : urls)
+        ids.push_back(url.toUtf8());
+    return ids;
+}
+
+template<typename Answer>
+Keys<QString> answersOf(const Keys<QString>& urls, Answer answer)
+{
+    Keys<QString> answers;
+    for (const QString& url : urls)
+        answers.push_back(answer(url));
+    return answers;
+}
+
+/** A look-up that remembers nothing: through one document after the other. */
+class PlainWalk
+{
+public:
+    PlainWalk(const TextFolder& folder, const QVector<QString>& languages)
+    {
+        TextManagerBase reader{folder.languages(), QString(), QString()};
+        for (const QString& key : languages) {
+            QJsonObject document;
+            reader.loadAndParseFromJson(reader.getLanguageFileNameFromLanguageName(key), document);
+            m_Documents.append(document);
+        }
+    }
+
+    QString text(const QString& url) const
+    {
+        QString result;
+        for (auto document = m_Documents.cbegin();
+             result.isEmpty() && document != m_Documents.cend(); ++document) {
+            bool ok = false;
+            result = LanguageInformation().getObject(url, ok, *document,
+                                                     LanguageDefinitions::getJsonContentName(),
+                                                     LanguageDefinitions::getJsonTextName());
+        }
+        return result;
+    }
+
+private:
+    QVector<QJsonObject> m_Documents;
+};
+
+/** All that is measured, and the keys to measure it with. */
+struct LookUps {
+    explicit LookUps(const TextFolder& folder)
+        : urls(shuffled(folder.urls()))
+        , urlsShownInFull(shuffled(folder.urlsShownInFull()))
+        , missingUrls(misspelt(urls))
+        , ids(toIds(urls))
+        , walk(folder, TextFolder::languageKeys())
+        , texts(folder.languages(), TextFolder::language(), TextFolder::shortFolder())
+        , incompleteTexts(folder.incompleteLanguages(), TextFolder::language(),
+                          TextFolder::shortFolder())
+        , translator(folder)
+        , gettext(folder)
+        , icu(folder)
+    {
+        for (const QString& language : TextFolder::languageKeys()) {
+            walks.append(PlainWalk(folder, {language}));
+            QHash<QString, QString> hash;
+            for (const QString& url : urls)
+                hash.insert(copyOf(url), walks.last().text(url));
+            hashes.emplace_back(hash);
+        }
+    }
+
+    const Keys<QString> urls;
+    const Keys<QString> urlsShownInFull;
+    const Keys<QString> missingUrls;
+    const Keys<QByteArray> ids;
+
+    const PlainWalk walk;
+    QVector<PlainWalk> walks; ///< one in each language alone
+
+    const TextManagerBase texts;
+    const TextManagerBase incompleteTexts;
+    const TranslatorPeer translator;
+    const GettextPeer gettext;
+    const IcuPeer icu;
+    std::deque<HashPeer> hashes; ///< one for each language
+};
+
+/**
+ * Has @p answer answer every key, in one thread or more, once its answers were seen to be those
+ * that are @p expected.
+ */
+template<typename Key, typename Answer>
+bool add(const char* name, const Keys<Key>& keys, const Keys<QString>& expected, Answer answer,
+         int threads = 1)
+{
+    Answer answerToCheck = answer;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const QString text = answerToCheck(copyOf(keys[i]));
+        if (text != expected[i]) {
+            qCritical() << name << "answers" << text << "to" << keys[i] << "and not" << expected[i];
+            return false;
+        }
+    }
+
+    const auto lookUp = [&keys, answer](benchmark::State& state) {
+        Answer answerOfThread = answer;
+        const auto thread = static_cast<std::size_t>(state.thread_index());
+        std::size_t next = thread * keys.size() / static_cast<std::size_t>(state.threads());
+        for (auto _ : state) {
+            benchmark::DoNotOptimize(answerOfThread(keys[next]));
+            if (++next == keys.size())
+                next = 0;
+        }
+        state.SetItemsProcessed(state.iterations());
+    };
+    auto* const registered = benchmark::RegisterBenchmark(name, lookUp);
+    if (threads > 1)
+        registered->ThreadRange(1, threads)->UseRealTime();
+    return true;
+}
+
+bool addLibrary(const LookUps& lookUps)
+{
+    const TextManagerBase& texts = lookUps.texts;
+    const auto direct = answersOf(lookUps.urls, [&](auto url) { return lookUps.walk.text(url); });
+    const auto inFull =
+        answersOf(lookUps.urlsShownInFull, [&](auto url) { return lookUps.walk.text(url); });
+    const auto english =
+        answersOf(lookUps.urlsShownInFull, [&](auto url) { return lookUps.walks[1].text(url); });
+    const Keys<QString> nothing(lookUps.missingUrls.size());
+
+    const auto getText = [&](const QString& url) { return texts.getText(url, QString()); };
+    const auto getFallbackText = [&](const QString& url) {
+        return lookUps.incompleteTexts.getText(url, QString());
+    };
+    const auto getShortText = [&](const QString& url) {
+        return texts.getShortText(url, QString());
+    };
+    const auto walk = [&](const QString& url) { return lookUps.walk.text(url); };
+    return add("getText", lookUps.urls, direct, getText) &&
+           add("getText/threads", lookUps.urls, direct, getText, 2) &&
+           add("getText/fallback", lookUps.urlsShownInFull, english, getFallbackText) &&
+           add("getText/missing", lookUps.missingUrls, nothing, getText) &&
+           add("getShortText/full", lookUps.urlsShownInFull, inFull, getShortText) &&
+           add("walk", lookUps.urls, direct, walk) &&
+           add("walk/missing", lookUps.missingUrls, nothing, walk);
+}
+
+bool addPeers(const LookUps& lookUps)
+{
+    const auto expected = answersOf(lookUps.urls, [&](auto url) { return lookUps.walk.text(url); });
+    const auto translate = [&](const QByteArray& id) { return lookUps.translator.text(id); };
+    const auto dgettext = [&](const QByteArray& id) { return lookUps.gettext.text(id); };
+    const auto icu = [&](const QByteArray& id) { return lookUps.icu.text(id); };
+    const auto hash = [&](const QString& url) { return lookUps.hashes[0].text(url); };
+    return add("QTranslator", lookUps.ids, expected, translate) &&
+           add("dgettext", lookUps.ids, expected, dgettext) &&
+           add("ICU", lookUps.ids, expected, icu) && add("QHash", lookUps.urls, expected, hash) &&
+           add("QHash/threads", lookUps.urls, expected, hash, 2);
+}
+
+/** Answers in the next language at every look-up. */
+template<typename Answer>
+auto byTurns(Answer answer)
+{
+    return [answer, next = 0](const QString& url) mutable {
+        const int language = next;
+        next = (next + 1) % languageCount;
+        return answer(language, url);
+    };
+}
+
+bool addLanguagesByTurns(const LookUps& lookUps)
+{
+    const auto walk = [&](int language, const QString& url) {
+        return lookUps.walks[language].text(url);
+    };
+    const auto getText = [&, keys = TextFolder::languageKeys()](int language, const QString& url) {
+        return lookUps.texts.getText(url, keys[language]);
+    };
+    const auto hash = [&](int language, const QString& url) {
+        return lookUps.hashes[static_cast<std::size_t>(language)].text(url);
+    };
+    const auto expected = answersOf(lookUps.urls, byTurns(walk));
+    return add("getText/languages", lookUps.urls, expected, byTurns(getText)) &&
+           add("QHash/languages", lookUps.urls, expected, byTurns(hash));
+}
+
+bool addAll(const TextFolder& folder)
+{
+    // Lives until the end of the program: the benchmarks run after this.
+    static const LookUps lookUps(folder);
+    return addLibrary(lookUps) && addPeers(lookUps) && addLanguagesByTurns(lookUps);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return runBenchmarks(argc, argv, addAll);
+}
