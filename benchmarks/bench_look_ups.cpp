@@ -42,11 +42,15 @@ Keys<QString> shuffled(const QVector<QString>& urls)
     return keys;
 }
 
-Keys<QString> misspelt(Keys<QString> urls)
+/** URLs that no language has: each one misspelt, in so many ways. */
+Keys<QString> misspelt(const Keys<QString>& urls, int ways)
 {
-    for (QString& url : urls)
-        url.append(QLatin1Char('x'));
-    return urls;
+    Keys<QString> keys;
+    for (int way = 0; way < ways; ++way) {
+        for (const QString& url : urls)
+            keys.push_back(url + QString::number(way));
+    }
+    return keys;
 }
 
 Keys<QByteArray> toIds(const Keys<QString>& urls)
@@ -72,7 +76,7 @@ class PlainWalk
 public:
     PlainWalk(const TextFolder& folder, const QVector<QString>& languages)
     {
-        TextManagerBase reader{folder.languages(), QString(), QString()};
+        TextManagerBase reader{folder.languages(), QString(), TextFolder::shortFolder()};
         for (const QString& key : languages) {
             QJsonObject document;
             reader.loadAndParseFromJson(reader.getLanguageFileNameFromLanguageName(key), document);
@@ -102,7 +106,8 @@ struct LookUps {
     explicit LookUps(const TextFolder& folder)
         : urls(shuffled(folder.urls()))
         , urlsShownInFull(shuffled(folder.urlsShownInFull()))
-        , missingUrls(misspelt(urls))
+        , missingUrls(misspelt(urls, 1))
+        , manyMissingUrls(misspelt(urls, 10))
         , ids(toIds(urls))
         , walk(folder, TextFolder::languageKeys())
         , texts(folder.languages(), TextFolder::language(), TextFolder::shortFolder())
@@ -124,6 +129,7 @@ struct LookUps {
     const Keys<QString> urls;
     const Keys<QString> urlsShownInFull;
     const Keys<QString> missingUrls;
+    const Keys<QString> manyMissingUrls; ///< too many to remember that they are missing
     const Keys<QByteArray> ids;
 
     const PlainWalk walk;
@@ -179,7 +185,7 @@ bool addLibrary(const LookUps& lookUps)
         answersOf(lookUps.urlsShownInFull, [&](auto url) { return lookUps.walk.text(url); });
     const auto english =
         answersOf(lookUps.urlsShownInFull, [&](auto url) { return lookUps.walks[1].text(url); });
-    const Keys<QString> nothing(lookUps.missingUrls.size());
+    const Keys<QString> nothing(lookUps.manyMissingUrls.size());
 
     const auto getText = [&](const QString& url) { return texts.getText(url, QString()); };
     const auto getFallbackText = [&](const QString& url) {
@@ -193,9 +199,25 @@ bool addLibrary(const LookUps& lookUps)
            add("getText/threads", lookUps.urls, direct, getText, 2) &&
            add("getText/fallback", lookUps.urlsShownInFull, english, getFallbackText) &&
            add("getText/missing", lookUps.missingUrls, nothing, getText) &&
+           add("getText/many_missing", lookUps.manyMissingUrls, nothing, getText) &&
            add("getShortText/full", lookUps.urlsShownInFull, inFull, getShortText) &&
            add("walk", lookUps.urls, direct, walk) &&
-           add("walk/missing", lookUps.missingUrls, nothing, walk);
+           add("walk/missing", lookUps.missingUrls, nothing, walk) &&
+           add("walk/many_missing", lookUps.manyMissingUrls, nothing, walk);
+}
+
+/** The first look-up of each text: an unchanged folder loaded again has all answers forgotten. */
+void lookUpFirst(benchmark::State& state, const TextFolder& folder, const Keys<QString>& urls)
+{
+    TextManagerBase texts(folder.languages(), TextFolder::language(), TextFolder::shortFolder());
+    for (auto _ : state) {
+        state.PauseTiming();
+        texts.reloadLanguage();
+        state.ResumeTiming();
+        for (const QString& url : urls)
+            benchmark::DoNotOptimize(texts.getText(url, QString()));
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(urls.size()));
 }
 
 bool addPeers(const LookUps& lookUps)
@@ -242,6 +264,7 @@ bool addAll(const TextFolder& folder)
 {
     // Lives until the end of the program: the benchmarks run after this.
     static const LookUps lookUps(folder);
+    benchmark::RegisterBenchmark("getText/first", lookUpFirst, folder, lookUps.urls);
     return addLibrary(lookUps) && addPeers(lookUps) && addLanguagesByTurns(lookUps);
 }
 
