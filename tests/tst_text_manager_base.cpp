@@ -130,6 +130,7 @@ void TextManagerBaseTest::keepsLanguagesAcrossReloads_data()
     addTable(R"(
         case                     | new content              | text
         changed                  | {"Content": {"A": {"text": "new"}}} | new
+        a line break in a string | {"Content": {"A": {"text": "new\r\nline"}}} | new\nline
         the text is gone from it | {"Content": {}}          |
         half written             | {"Content": {"A": {"text | old
         truncated to nothing     |                          | old
