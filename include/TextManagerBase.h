@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DynamicTextHandler.h"
 #include "TextManagerDefinitions.h"
 #include "TextManagerLibraryExport.h"
 
@@ -14,12 +15,13 @@
 #include <memory>
 
 class AnswerMemory;
+class DynamicTextReaderInterface;
 class LanguageFile;
 class TextManagerMemory;
 
 /**
  * Loads the language files of one folder and answers look-ups of texts, short texts and comments by
- * text URL.
+ * text URL; dynamic texts, which are in no file, it reads through a reader of the application.
  *
  * A language's key is the base name of its file: `de_DE` for `de_DE.json`. Where an operation
  * speaks of fallback, it tries, and takes the first text that is not empty:
@@ -37,7 +39,8 @@ class TextManagerMemory;
  * still the same. None of this can be told from outside, not even by a subclass that changes the
  * maps; it must not keep a reference to a document in them across a look-up and change it then.
  *
- * **Ownership.** The object owns what it loaded. It has no QObject parent.
+ * **Ownership.** The object owns what it loaded, and its handler of dynamic texts, but not the
+ * reader that the handler is given. It has no QObject parent.
  */
 class TEXTMANAGERLIBRARY_EXPORT TextManagerBase : public QObject
 {
@@ -182,6 +185,22 @@ public:
      */
     QStringList getAvailableUrls(const QString& languageKey) const;
 
+    /**
+     * Makes @p reader the source of dynamic texts. It stays the caller's and must outlive this
+     * object. Takes no lock: not while getDynamicText() runs in another thread.
+     */
+    void setDynamicTextReader(DynamicTextReaderInterface& reader);
+
+    /**
+     * The dynamic text at @p url for @p language, as DynamicTextHandler::getText() answers it: with
+     * a fallback among the languages of that text alone, and empty, with a warning, before any
+     * setDynamicTextReader().
+     *
+     * Deliberately unlike getText(), it takes no lock, so that a slow reader blocks nobody, and an
+     * empty @p language is not replaced by the current language.
+     */
+    QString getDynamicText(const QString& url, const QString& language) const;
+
 Q_SIGNALS:
     /** Emitted after every reloadLanguage(), whether or not any file could be read. */
     void languageReloaded();
@@ -211,6 +230,7 @@ protected:
     QMap<QString, QJsonObject> m_ShortLanguageMap; ///< language key to document: short texts
     mutable QMutex m_Mutex;                        ///< guards both maps
     QString m_StrShortLanguageFolder;              ///< sub-folder of short texts; empty: none
+    DynamicTextHandler m_DynamicTextHandler;       ///< reads dynamic texts; not under the mutex
 
 private:
     bool readLanguageFile(LanguageFile& file, const QString& filePath, QJsonObject& languageObject);

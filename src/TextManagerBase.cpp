@@ -41,6 +41,7 @@ TextManagerBase::TextManagerBase(const QString& languagePath, const QString& lan
     , m_StrLanguageName(languageName)
     , m_Mutex(QMutex::Recursive)
     , m_StrShortLanguageFolder(shortLanguageFolder)
+    , m_DynamicTextHandler(nullptr)
 {
     if (!languagePath.isEmpty())
         loadLanguages();
@@ -48,6 +49,7 @@ TextManagerBase::TextManagerBase(const QString& languagePath, const QString& lan
 
 TextManagerBase::TextManagerBase(const QString& languageName, QJsonObject& languageObject)
     : m_Memory(std::make_unique<TextManagerMemory>())
+    , m_DynamicTextHandler(nullptr)
 {
     m_LanguageMap.insert(languageName, languageObject);
 }
@@ -211,6 +213,16 @@ QStringList TextManagerBase::getAvailableUrls(const QString& languageKey) const
 {
     const QMutexLocker locker(&m_Mutex);
     return LanguageInformation().getAvailableUrls(documentOrFirstFallback(languageKey));
+}
+
+void TextManagerBase::setDynamicTextReader(DynamicTextReaderInterface& reader)
+{
+    m_DynamicTextHandler.setInterface(&reader);
+}
+
+QString TextManagerBase::getDynamicText(const QString& url, const QString& language) const
+{
+    return m_DynamicTextHandler.getText(url, language);
 }
 
 void TextManagerBase::reloadLanguage()

@@ -61,7 +61,8 @@ QString CommandLine::findFault() const
     const int given = arguments().size();
     if (given < m_ArgumentNames.size())
         return QStringLiteral("%1 is missing.").arg(m_ArgumentNames.at(given));
-    const bool isLastRepeatable = m_ArgumentNames.last().endsWith(QLatin1String("..."));
+    const bool isLastRepeatable =
+        !m_ArgumentNames.isEmpty() && m_ArgumentNames.last().endsWith(QLatin1String("..."));
     if (given > m_ArgumentNames.size() && !isLastRepeatable)
         return QStringLiteral("unexpected argument '%1'.")
             .arg(arguments().at(m_ArgumentNames.size()));
@@ -72,7 +73,7 @@ QString CommandLine::helpText() const
 {
     // The parser's own first line shows the program's path and knows nothing of commands.
     const QString help = m_Parser.helpText();
-    return QStringLiteral("Usage: textmanager %1 [options] %2")
-               .arg(m_StrName, m_ArgumentNames.join(QLatin1Char(' '))) +
+    const QStringList usage = QStringList{m_StrName, QStringLiteral("[options]")} + m_ArgumentNames;
+    return QStringLiteral("Usage: textmanager %1").arg(usage.join(QLatin1Char(' '))) +
            help.mid(help.indexOf(QLatin1Char('\n'))).trimmed().prepend(QLatin1Char('\n'));
 }

@@ -7,7 +7,10 @@
 // The commands, each in a source of its own. Each takes the words behind its name and returns the
 // program's exit status.
 
+ExitStatus runAll(const QStringList& words);
 ExitStatus runGet(const QStringList& words);
 ExitStatus runHeader(const QStringList& words);
 ExitStatus runLanguages(const QStringList& words);
+ExitStatus runPick(const QStringList& words);
 ExitStatus runUrls(const QStringList& words);
+ExitStatus runWatch(const QStringList& words);

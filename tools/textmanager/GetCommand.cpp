@@ -24,13 +24,10 @@ QString nameOf(Wanted wanted)
 
 void reportMiss(const LanguageFolder& folder, const QString& url, const Request& request)
 {
-    QString message = QStringLiteral("%1: no %2 (%3).")
-                          .arg(url, nameOf(request.wanted),
-                               folder.explainMiss(url, request.wanted, request.language));
-    const QStringList nearest = findNearestNames(url, folder.collectAllUrls());
-    if (!nearest.isEmpty() && !nearest.contains(url))
-        message += QStringLiteral(" Did you mean %1?").arg(nearest.join(QStringLiteral(" or ")));
-    printMessage(message);
+    printMessage(QStringLiteral("%1: no %2 (%3).")
+                     .arg(url, nameOf(request.wanted),
+                          folder.explainMiss(url, request.wanted, request.language)) +
+                 suggestNames(url, folder.collectAllUrls()));
 }
 
 void reportSubstitute(const QString& url, const Answer& answer, const Request& request)

@@ -60,3 +60,11 @@ QStringList findNearestNames(const QString& name, const QStringList& names)
         nearest.append(nearName.second);
     return nearest;
 }
+
+QString suggestNames(const QString& name, const QStringList& names)
+{
+    const QStringList nearest = findNearestNames(name, names);
+    if (nearest.isEmpty() || nearest.contains(name))
+        return QString();
+    return QStringLiteral(" Did you mean %1?").arg(nearest.join(QStringLiteral(" or ")));
+}

@@ -9,3 +9,7 @@
  * too: Save is near to Menu/Save.
  */
 QStringList findNearestNames(const QString& name, const QStringList& names);
+
+/** " Did you mean A or B?" with the names nearest to @p name; empty when none is near, or when it
+ * is itself one of them. */
+QString suggestNames(const QString& name, const QStringList& names);

@@ -18,10 +18,13 @@ struct Command {
 };
 
 constexpr Command commands[] = {
+    {"all", "print a text in all languages, as one JSON object", runAll},
     {"get", "print texts, short texts or comments by URL", runGet},
     {"header", "show the header of a language", runHeader},
     {"languages", "list the languages of a folder, and its faulty files", runLanguages},
+    {"pick", "choose the text of a language from such an object", runPick},
     {"urls", "list the URLs of all texts of a language", runUrls},
+    {"watch", "print texts in the device's language whenever it changes", runWatch},
 };
 
 QString helpText()
@@ -41,11 +44,8 @@ ExitStatus refuseCommand(const QString& name)
     QStringList names;
     for (const Command& command : commands)
         names.append(QLatin1String(command.name));
-    QString message = QStringLiteral("there is no command '%1'.").arg(name);
-    const QStringList nearest = findNearestNames(name, names);
-    if (!nearest.isEmpty())
-        message += QStringLiteral(" Did you mean %1?").arg(nearest.first());
-    printMessage(message + QStringLiteral("\nSee 'textmanager --help'."));
+    printMessage(QStringLiteral("there is no command '%1'.").arg(name) + suggestNames(name, names) +
+                 QStringLiteral("\nSee 'textmanager --help'."));
     return UnusableInput;
 }
 

@@ -1,0 +1,7 @@
+#include "SystemInformationManagerDefinitions.h"
+
+const QString& SystemInformationManagerDefinitions::getObjectNameConfiguration()
+{
+    static const QString name = QStringLiteral("Configuration");
+    return name;
+}

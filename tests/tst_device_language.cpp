@@ -1,0 +1,337 @@
+#include "DeviceService.h"
+#include "LanguageFiles.h"
+#include "Table.h"
+#include "ToolRun.h"
+#include "WarningCapture.h"
+
+#include "ConfigurationFileHandlerDBusConnector.h"
+#include "SelectorUrlHandler.h"
+#include "TextManager.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QMetaMethod>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <future>
+#include <thread>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace
+{
+
+using Connector = ConfigurationFileHandlerDBusConnector;
+
+const QString invalidPointer = "Invalid pointer to connector!";
+const QString readError = "Received error on reading configuration setting for language: \"";
+
+class ReachableTextManager : public TextManager
+{
+public:
+    using TextManager::TextManager;
+    using TextManagerBase::m_Mutex;
+};
+
+QString currentText(const TextManager& manager)
+{
+    return manager.getText("A", QString());
+}
+
+/** textmanager watch, on a bus of its own choice. */
+void startWatch(QProcess& watch, const QString& path, const QString& bus)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", bus);
+    watch.setProcessEnvironment(environment);
+    watch.start(TEXTMANAGER_PROGRAM, {"watch", path, "A", "--format", "json"});
+}
+
+/** The next answer of textmanager watch: the current language and the text. */
+QString nextAnswer(QProcess& watch)
+{
+    while (!watch.canReadLine() && watch.waitForReadyRead()) {
+    }
+    const QJsonObject answer = parseObject(watch.readLine());
+    return answer["currentLanguage"].toString() + ": " + answer["text"].toString();
+}
+
+} // namespace
+
+class DeviceLanguageTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void answersWithoutAService();
+    void readsTheLanguage_data();
+    void readsTheLanguage();
+    void followsTheSettings();
+    void reloadsAlsoWhatCannotBeRead();
+    void outlivesTheService();
+    void isNotHeldUpByAServiceThatHangs();
+    void isNotHeldUpByABusThatHangs();
+    void describesItself();
+    void readsAndStoresDynamicTexts();
+    void parsesSelectorUrls_data();
+    void parsesSelectorUrls();
+    void refusesFaultyFiles_data();
+    void refusesFaultyFiles();
+    void watches();
+
+private:
+    const LanguageFiles m_Files; ///< the text A in four languages, named by them, and a short one
+};
+
+void DeviceLanguageTest::initTestCase()
+{
+    for (const QByteArray key : {"de_DE", "en_US", "fr_FR", "ja_JP"})
+        m_Files.write(key, R"({"Content": {"A": {"text": ")" + key + R"("}}})");
+    m_Files.write("short/de_DE", R"({"Content": {"A": {"text": "short"}}})");
+    // Without a status display a text manager looks there for short texts.
+    QVERIFY(QDir::setCurrent(m_Files.path() + "short"));
+}
+
+void DeviceLanguageTest::answersWithoutAService()
+{
+    WarningCapture capture;
+    const TextManager unnamed(m_Files.path(), QString());
+    QCOMPARE(capture.take(), QStringList({invalidPointer, invalidPointer}));
+    QCOMPARE(unnamed.getLanguageName(), QString());
+    QCOMPARE(currentText(unnamed), "en_US");
+
+    const TextManager named(m_Files.path(), "de_DE");
+    QCOMPARE(capture.take(), QStringList(invalidPointer));
+    QCOMPARE(currentText(named), "de_DE");
+}
+
+void DeviceLanguageTest::readsTheLanguage_data()
+{
+    addTable(R"(value     | language | warning
+        "Languages/de_DE" | de_DE    |
+        "a/b/c"           | c        |
+        "Languages/"      |          |
+        7                 | 7        |
+        null              |          | QVariant(Invalid)
+        ["de_DE"]         |          | QVariant(QVariantList, (QVariant(QString, "de_DE")))
+        {"a": [0.5]}      |          | QVariant(QVariantMap, QMap(("a", QVariant(QVariantList, (QVariant(double, 0.5))))))
+    )");
+}
+
+void DeviceLanguageTest::readsTheLanguage()
+{
+    DeviceService device(DeviceService::withLanguage(cell("value").toUtf8()));
+    WarningCapture capture;
+    const TextManager manager{QString(), QString()};
+    QCOMPARE(manager.getLanguageName(), cell("language"));
+    QStringList warnings("Error on converting language name to string: " + cell("warning") + " !");
+    QCOMPARE(capture.take(), cell("warning").isEmpty() ? QStringList() : warnings);
+}
+
+void DeviceLanguageTest::followsTheSettings()
+{
+    DeviceService device(DeviceService::withLanguage("\"Languages/de_DE\""));
+    TextManager manager(m_Files.path(), QString());
+    QSignalSpy reloads(&manager, &TextManager::languageReloaded);
+    QCOMPARE(manager.getShortText("A", QString()), "short");
+
+    // In their turn: the one that is followed shows that the ones before it were not. All come
+    // before the event loop runs, and are not lost.
+    DeviceService::tell("announceConfigurationChange", {"string:devicesettings/devicesettings"});
+    DeviceService::setLanguage("Languages/de_DE"); // no change
+    DeviceService::setLanguage("Languages/ja_JP");
+    QVERIFY(reloads.wait());
+    QCOMPARE(currentText(manager), "ja_JP");
+    DeviceService::tell("announceConfigurationDataChange");
+    QVERIFY(reloads.wait());
+    QCOMPARE(reloads.size(), 2);
+
+    device.removeFolder(); // what cannot be stored changes nothing
+    const QString answer = DeviceService::setLanguage("fr_FR");
+    QVERIFY2(answer.contains("Interface.Configuration.Error.NotStored"), qPrintable(answer));
+    QCOMPARE(manager.retrieveLanguageName(), "ja_JP");
+}
+
+void DeviceLanguageTest::reloadsAlsoWhatCannotBeRead()
+{
+    DeviceService device(R"({"statusDisplay": {"available": false, "folder": "short"}})");
+    WarningCapture capture;
+    const TextManager manager(m_Files.path(), "fr_FR");
+    QCOMPARE(capture.take(), QStringList()); // not asked for the language
+    QCOMPARE(manager.getShortLanguageFilepath(), QString());
+
+    QSignalSpy reloads(&manager, &TextManager::languageReloaded);
+    DeviceService::tell("announceConfigurationDataChange");
+    QVERIFY(reloads.wait());
+    QCOMPARE(manager.getLanguageName(), QString());
+    QCOMPARE(capture.take(),
+             QStringList(readError + "There is no entry configuration > "
+                                     "DeviceSettings/DeviceSettings > TextManager > Language\""));
+}
+
+void DeviceLanguageTest::outlivesTheService()
+{
+    DeviceService device(DeviceService::withLanguage("\"de_DE\""));
+    TextManager manager(m_Files.path(), QString());
+    QSignalSpy reloads(&manager, &TextManager::languageReloaded);
+
+    device.end(SIGKILL);
+    WarningCapture capture;
+    QCOMPARE(manager.retrieveLanguageName(), QString());
+    const QStringList warnings = capture.take();
+    QVERIFY(warnings.size() == 1 && warnings.first().startsWith(readError));
+    QCOMPARE(currentText(manager), "de_DE");
+
+    device.restart(DeviceService::withLanguage("\"fr_FR\""));
+    QVERIFY(reloads.wait()); // its return is a change
+    QCOMPARE(currentText(manager), "fr_FR");
+    DeviceService::setLanguage("ja_JP");
+    QVERIFY(reloads.wait());
+    QCOMPARE(currentText(manager), "ja_JP");
+}
+
+void DeviceLanguageTest::isNotHeldUpByAServiceThatHangs()
+{
+    DeviceService device(DeviceService::withLanguage("\"de_DE\""));
+    ReachableTextManager manager(m_Files.path(), QString());
+    WarningCapture capture;
+    QElapsedTimer timer;
+
+    device.send(SIGSTOP);
+    timer.start();
+    auto language = std::async(std::launch::async, [&] { return manager.retrieveLanguageName(); });
+    QTRY_VERIFY(!manager.m_Mutex.tryLock() || (manager.m_Mutex.unlock(), false)); // held meanwhile
+    QCOMPARE(currentText(manager), "de_DE");
+    QCOMPARE(language.get(), QString());
+    const TextManager another(m_Files.path(), QString());
+    QVERIFY2(timer.elapsed() < 6000, qPrintable(QString::number(timer.elapsed()))); // three calls
+    QCOMPARE(capture.take().size(), 2);
+
+    device.send(SIGCONT);
+    QCOMPARE(manager.retrieveLanguageName(), "de_DE");
+}
+
+void DeviceLanguageTest::isNotHeldUpByABusThatHangs()
+{
+    const QByteArray path = m_Files.path().toUtf8() + "bus";
+    sockaddr_un address{AF_UNIX, {}};
+    qstrncpy(address.sun_path, path, sizeof(address.sun_path));
+    const int bus = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0); // takes calls, answers none
+    QCOMPARE(bind(bus, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    QCOMPARE(listen(bus, 1), 0);
+    QProcess watch;
+    startWatch(watch, m_Files.path(), "unix:path=" + path);
+    QVERIFY(watch.waitForReadyRead(10'000));
+    QCOMPARE(nextAnswer(watch), ": en_US");
+    close(bus);
+    watch.terminate();
+    QVERIFY(watch.waitForFinished());
+    QVERIFY(watch.readAllStandardError().contains(invalidPointer.toUtf8()));
+}
+
+void DeviceLanguageTest::describesItself()
+{
+    const QMetaObject& meta = TextManager::staticMetaObject;
+    QCOMPARE(meta.methodCount(), meta.methodOffset() + 2);
+    QCOMPARE(meta.method(meta.methodOffset()).methodSignature(), "configurationChanged()");
+    const QMetaMethod second = meta.method(meta.methodOffset() + 1);
+    QCOMPARE(second.methodSignature(), "deviceManagerConfigurationChanged(QString)");
+    QCOMPARE(second.parameterNames(), QList<QByteArray>{"strInstanceName"});
+    QCOMPARE(second.access(), QMetaMethod::Private);
+}
+
+void DeviceLanguageTest::readsAndStoresDynamicTexts()
+{
+    DeviceService device(R"({"dynamicTexts": {"I": {"U[1]": {"Device": {"de_DE": "Ä"}}}}})");
+    QVERIFY(!Connector::createAndConnect("no module", "Configuration"));
+    auto connector = Connector::createAndConnect("DeviceManager", "Configuration");
+    DBusReply reply;
+    QVERIFY(reply.isError());
+    std::thread([&] { reply = connector->getDynamicText("I", "U[1]", "Device", "de_DE"); }).join();
+    QVERIFY(!reply.isError());
+    QCOMPARE(reply.getValue(), "Ä");
+
+    QSignalSpy changes(connector.data(), &Connector::configurationDataChanged);
+    DeviceService::tell("setDynamicText", {"string:I", "string:U", "string:Device", "string:ja_JP",
+                                           "variant:string:夜"});
+    QVERIFY(changes.wait());
+    QCOMPARE(device.end(SIGINT), 0);
+    device.restart(); // it reads what it wrote
+    QCOMPARE(connector->getDynamicText("I", "U", "Device", "ja_JP").getValue(), "夜");
+    QCOMPARE(connector->getDynamicText("I", "U[1]", "Device", "de_DE").getValue(), "Ä");
+
+    const QPointer<Connector> remains(connector.data());
+    std::thread([&] { connector.reset(); }).join();
+    QVERIFY(remains); // a signal may just be delivered to it in its own thread
+    QTRY_VERIFY(!remains);
+}
+
+void DeviceLanguageTest::parsesSelectorUrls_data()
+{
+    addTable(R"(url            | parts
+        DM:Conf:In/st:Pfad ä   | DM,Conf,In/st,Pfad ä
+        DM:Conf:Inst:Pa/th[12] | DM,Conf,Inst,Pa/th[12]
+        DM:Conf:Inst           | ,,,
+        DM::Inst:Path          | ,,,
+        D.M:Conf:Inst:Path     | ,,,
+        DM:Conf:In//st:Path    | ,,,
+        DM:Conf:Inst:Path[x]   | ,,,
+    )");
+}
+
+void DeviceLanguageTest::parsesSelectorUrls()
+{
+    const SelectorUrlHandler handler(cell("url"));
+    const QStringList parts = {handler.getModuleName(), handler.getObjectName(),
+                               handler.getInstance(), handler.getUrlIncludingIndex()};
+    QCOMPARE(parts.join(','), cell("parts"));
+    QCOMPARE(handler.isValid(), cell("parts") != ",,,");
+}
+
+void DeviceLanguageTest::refusesFaultyFiles_data()
+{
+    addTable(R"(json                           | fault
+        {\n  "configuration": {,}}             | :2:21: malformed JSON: syntax error while parsing
+        []                                     | : expected an object, found an array
+        {"configuraton": {}}                   | : configuraton: expected configuration, dynamic
+        {"dynamicTexts": {"I": {"U": []}}}     | : dynamicTexts/I/U: expected an object, found an
+        {"configuration": {"I": {"M": {"K": [{"a": null}]}}}} | : configuration/I/M/K[0]/a: null is
+        {"statusDisplay": {"available": true}} | : statusDisplay/folder: expected a string, found no
+    )");
+}
+
+void DeviceLanguageTest::refusesFaultyFiles()
+{
+    const LanguageFiles files;
+    const QByteArray json = cell("json").toUtf8();
+    files.write("device", json);
+    const ToolRun run({files.file("device")}, {}, {}, DEVICE_SIMULATOR_PROGRAM);
+    QCOMPARE(run.exitStatus(), 2);
+    const QString message = "device-simulator: " + files.file("device") + cell("fault");
+    QVERIFY2(run.messages().startsWith(message), qPrintable(run.messages()));
+    QFile file(files.file("device"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), json);
+}
+
+void DeviceLanguageTest::watches()
+{
+    DeviceService device(DeviceService::withLanguage("\"Languages/de_DE\""));
+    QProcess watch;
+    startWatch(watch, m_Files.path(), qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
+    QCOMPARE(nextAnswer(watch), "de_DE: de_DE");
+    DeviceService::setLanguage("Languages/ja_JP");
+    QCOMPARE(nextAnswer(watch), "ja_JP: ja_JP");
+    watch.terminate();
+    QVERIFY(watch.waitForFinished());
+    QCOMPARE(watch.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(watch.exitCode(), 0);
+}
+
+QTEST_GUILESS_MAIN(DeviceLanguageTest)
+#include "tst_device_language.moc"

@@ -1,0 +1,195 @@
+#include "Table.h"
+#include "WarningCapture.h"
+
+#include "DynamicTextReaderInterface.h"
+#include "ReadAllTextsHelper.h"
+#include "TextManagerBase.h"
+#include "TranslateableTextHelper.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QMetaMethod>
+#include <QMetaProperty>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <future>
+#include <memory>
+
+namespace
+{
+
+QVariant parseValue(const QString& json)
+{
+    const QJsonArray values = QJsonDocument::fromJson('[' + json.toUtf8() + ']').array();
+    return values.isEmpty() ? QVariant() : values.first().toVariant();
+}
+
+const TranslateableTextHelper* watched = nullptr;
+QtMessageHandler capture = nullptr;
+
+/** Adds to a message whether it finds the helper's object empty. */
+void watch(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    capture(type, context, text + (watched->getAvailableLanguages().isEmpty() ? " (empty)" : ""));
+}
+
+void take(TranslateableTextHelper& helper, const QString& step)
+{
+    const QString operation = step.section(' ', 0, 0);
+    const QString argument = step.section(' ', 1);
+    const bool isValid = operation == "json" ? helper.setTranslateableTextObject(argument)
+                         : operation == "variant"
+                             ? helper.setTranslateableTextObject(parseValue(argument))
+                             : helper.isValid();
+    QCOMPARE(helper.isValid(), isValid);
+    if (operation == "language")
+        QMetaObject::invokeMethod(&helper, "languageGotReloaded", Q_ARG(QString, argument));
+    else if (operation == "text")
+        helper.setText(argument, "");
+    else if (operation == "get")
+        helper.setCurrentText(helper.getText(argument));
+    else if (operation == "show")
+        helper.setProperty("currentText", argument);
+    else if (operation == "reset")
+        helper.resetCurrentSettings();
+}
+
+class EchoingReader : public DynamicTextReaderInterface
+{
+public:
+    using DynamicTextReaderInterface::DynamicTextReaderInterface;
+    QVariant readDynamicValue(const QString& url) override { return parseValue(url); }
+};
+
+} // namespace
+
+class TranslateableTextsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void followsItsObject_data();
+    void followsItsObject();
+    void survivesItsSlots();
+    void describesItself();
+    void exportsWhatTheHelperTakes();
+    void readsDynamicTexts_data();
+    void readsDynamicTexts();
+};
+
+void TranslateableTextsTest::followsItsObject_data()
+{
+    // Each row begins in fr_FR with {"en_US": "A", "POSIX": "B"}.
+    addTable(
+        R"(steps                         | signals | text | valid | object                        | warnings
+        json {"de_DE": "D", "POSIX": "B"}     | 1 | B | true  | {"POSIX":"B","de_DE":"D"}              |
+        json {"FR_fr": "F", "en_US": "A"}     | 0 | A | false | {"FR_fr":"F","en_US":"A"}              |
+        json {"fr_FR": "", "de_DE": 7, "en_US": {}, "POSIX": null} | 1 |  | true | {"POSIX":"","de_DE":"7"} |
+        json {"de_DE": "D"}                   | 1 |   | false | {"de_DE":"D"} | Unable to find suitable language!\nNo suitable language found in translateable text object: QMap(("de_DE", QVariant(QString, "D"))) !
+        json                                  | 0 |   | false | {} | Error on parsing json: "illegal value" ! (empty)
+        json []                               | 0 |   | false | {} | Json document does not contain an object! (empty)
+        variant                               | 0 |   | false | {} | Cannot convert variant to variant map: QVariant(Invalid) !
+        variant "{}"                          | 0 |   | false | {} | Cannot convert variant to variant map: QVariant(QString, "{}") !
+        language POSIX                        | 1 | B | true  | {"POSIX":"B","en_US":"A"}              |
+        text fr_FR                            | 1 |   | true  | {"POSIX":"B","en_US":"A","fr_FR":""}   |
+        show x; language fr_FR                | 1 | x | true  | {"POSIX":"B","en_US":"A"}              |
+        get POSIX                             | 1 | B | true  | {"POSIX":"B","en_US":"A"}              |
+        language POSIX; get                   | 1 | B | true  | {"POSIX":"B","en_US":"A"}              |
+        language ; json {"": "E", "POSIX": ""} | 1 | E | true | {"":"E","POSIX":""}                    |
+        reset; get                            | 0 |   | false | {} | Unable to find suitable language! (empty)\nNo suitable text found in translateable text object for language "fr_FR" : QMap() ! (empty))");
+}
+
+void TranslateableTextsTest::followsItsObject()
+{
+    TranslateableTextHelper helper("fr_FR", nullptr);
+    QVERIFY(helper.setTranslateableTextObject(QJsonObject{{"en_US", "A"}, {"POSIX", "B"}}));
+    const QSignalSpy spy(&helper, &TranslateableTextHelper::currentTextChanged);
+    WarningCapture warnings;
+    watched = &helper;
+    capture = qInstallMessageHandler(watch);
+    for (const QString& step : cell("steps").split("; "))
+        take(helper, step);
+    qInstallMessageHandler(capture);
+    QCOMPARE(warnings.take().join('\n'), cell("warnings"));
+    QCOMPARE(spy.count(), cell("signals").toInt());
+    QCOMPARE(helper.currentText(), cell("text"));
+    QCOMPARE(QVariant(helper.isValid()).toString(), cell("valid"));
+    QCOMPARE(helper.getTranslateableTextObjectAsJsonString(), cell("object"));
+    for (const QVariant& text : helper.getTranslateableTextObject())
+        QCOMPARE(text.userType(), int(QMetaType::QString));
+}
+
+void TranslateableTextsTest::survivesItsSlots()
+{
+    auto deleted = std::make_unique<TranslateableTextHelper>("en_US", nullptr);
+    connect(deleted.get(), &TranslateableTextHelper::currentTextChanged, this,
+            [&] { deleted.reset(); });
+    QVERIFY(!deleted->setTranslateableTextObject(QJsonObject{{"POSIX", "x"}}));
+
+    TranslateableTextHelper setAgain("en_US", nullptr);
+    connect(&setAgain, &TranslateableTextHelper::currentTextChanged, this, [&] {
+        setAgain.setTranslateableTextObject(QJsonObject{{"en_US", "inner"}});
+    });
+    QVERIFY(!setAgain.setTranslateableTextObject(QJsonObject{{"POSIX", "outer"}}));
+    QCOMPARE(setAgain.currentText(), QString("inner"));
+}
+
+void TranslateableTextsTest::describesItself()
+{
+    const QMetaObject& meta = TranslateableTextHelper::staticMetaObject;
+    QCOMPARE(meta.methodCount() - meta.methodOffset(), 2);
+    const QMetaMethod changed = meta.method(meta.methodOffset());
+    const QMetaMethod reloaded = meta.method(meta.methodOffset() + 1);
+    QCOMPARE(changed.methodSignature() + ' ' + reloaded.methodSignature() + ' ' +
+                 reloaded.parameterNames().first(),
+             QByteArray("currentTextChanged() languageGotReloaded(QString) strLanguage"));
+    QCOMPARE(reloaded.access(), QMetaMethod::Private);
+    const QMetaProperty property = meta.property(meta.propertyOffset());
+    QCOMPARE(property.name(), "currentText");
+    QVERIFY(property.isWritable() && property.notifySignal() == changed);
+}
+
+void TranslateableTextsTest::exportsWhatTheHelperTakes()
+{
+    const TextManagerBase manager(EXAMPLE_LANGUAGES, "de_DE", "short");
+    for (const QString& url : manager.getAvailableUrls("de_DE")) {
+        TranslateableTextHelper helper("de_DE", nullptr);
+        QVERIFY(helper.setTranslateableTextObject(
+            ReadAllTextsHelper::getAllTextsAsJsonString(manager, url)));
+        QCOMPARE(helper.getTranslateableTextObject(),
+                 ReadAllTextsHelper::getAllTextsAsVariantMap(manager, url));
+        QCOMPARE(helper.currentText(), manager.getText(url, "de_DE"));
+    }
+}
+
+void TranslateableTextsTest::readsDynamicTexts_data()
+{
+    addTable(R"(url                          | language | text | warnings
+                {"de_DE": "d", "en_US": "e"} | de_DE    | d    |
+                {"de_DE": "d", "en_US": "e"} |          | e    |
+                none                         | de_DE    |      | Unable to read value for url "none" !
+                5                            | de_DE    |      | Cannot convert variant to variant map: QVariant(qlonglong, 5) !)");
+}
+
+void TranslateableTextsTest::readsDynamicTexts()
+{
+    TextManagerBase manager(QString(), "de_DE", QString());
+    WarningCapture warnings;
+    QCOMPARE(manager.getDynamicText("A/B", ""), QString());
+    QCOMPARE(warnings.take(), QStringList("Invalid pointer to dynamic text handler interface! "
+                                          "Unable to read text for url \"A/B\" ( \"\" )!"));
+    EchoingReader reader("/other/files");
+    QCOMPARE(reader.getOtherfilesPath(), QString("/other/files"));
+    manager.setDynamicTextReader(reader);
+    // In a thread that neither the text manager nor its handler lives in.
+    const auto read = [&](const QString& url, const QString& language) {
+        return manager.getDynamicText(url, language);
+    };
+    QCOMPARE(std::async(std::launch::async, read, cell("url"), cell("language")).get(),
+             cell("text"));
+    QCOMPARE(warnings.take().join('\n'), cell("warnings"));
+}
+
+QTEST_GUILESS_MAIN(TranslateableTextsTest)
+#include "tst_translateable_texts.moc"

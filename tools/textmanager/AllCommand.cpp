@@ -1,0 +1,33 @@
+#include "CommandLine.h"
+#include "Commands.h"
+#include "LanguageFolder.h"
+#include "NearestNames.h"
+
+#include "ReadAllTextsHelper.h"
+
+ExitStatus runAll(const QStringList& words)
+{
+    CommandLine commandLine(
+        QStringLiteral("all DIR URL"),
+        QStringLiteral(
+            "Prints the text in all languages as a translateable text object: JSON in one line, "
+            "from language key to text, in either format. A language without the text shows that "
+            "of en_US or POSIX. 'textmanager pick' chooses from the object. The exit status is 1, "
+            "and the object empty, when no language has the text."));
+    if (const auto status = commandLine.parse(words))
+        return *status;
+    const auto folder = LanguageFolder::open(commandLine.arguments().first());
+    if (!folder)
+        return UnusableInput;
+
+    const QString url = commandLine.arguments().last();
+    const QMap<QString, QVariant> texts = ReadAllTextsHelper::getAllTextsAsVariantMap(*folder, url);
+    QString json;
+    ReadAllTextsHelper::convertVariantMapToJsonString(texts, json);
+    printResult(json);
+    if (!texts.isEmpty())
+        return Done;
+    printMessage(QStringLiteral("%1: no language has a text there.").arg(url) +
+                 suggestNames(url, folder->collectAllUrls()));
+    return AnswerIsNo;
+}

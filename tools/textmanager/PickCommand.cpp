@@ -1,0 +1,103 @@
+#include "CommandLine.h"
+#include "Commands.h"
+#include "JsonParser.h"
+
+#include "TranslateableTextHelper.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <cstdio>
+#include <optional>
+
+namespace
+{
+
+/** The object on standard input; nothing, after a message, when there is none. */
+std::optional<QJsonObject> readObject()
+{
+    QFile input;
+    if (!input.open(stdin, QIODevice::ReadOnly)) {
+        printMessage(QStringLiteral("cannot read standard input: %1").arg(input.errorString()));
+        return std::nullopt;
+    }
+    QJsonDocument document;
+    const auto malformed = parseJson(input.readAll(), document);
+    if (!malformed && document.isObject())
+        return document.object();
+    const JsonFault fault = malformed.value_or(JsonFault{1, 1, QStringLiteral("found an array")});
+    printMessage(QStringLiteral("standard input:%1:%2: %3. Expected is an object such as "
+                                "{\"POSIX\": \"Save\", \"de_DE\": \"Sichern\"}, which 'textmanager "
+                                "all' prints.")
+                     .arg(fault.line)
+                     .arg(fault.column)
+                     .arg(fault.reason));
+    return std::nullopt;
+}
+
+/** Says what the helper thinks of the object that it was given. */
+void reportFaults(const TranslateableTextHelper& helper, const QJsonObject& object)
+{
+    const QStringList languages = helper.getAvailableLanguages();
+    for (const QString& language : object.keys()) {
+        if (!languages.contains(language))
+            printMessage(QStringLiteral("%1: empty or no text; it is left out.").arg(language));
+    }
+    if (!helper.isValid())
+        printMessage(QStringLiteral("the object is not valid: it has no %1.")
+                         .arg(helper.getLastFallbackLanguage()));
+}
+
+void reportLanguage(const TranslateableTextHelper& helper, const QString& answering)
+{
+    const QString wanted = helper.getCurrentLanguage();
+    const QStringList languages = helper.getAvailableLanguages();
+    if (languages.isEmpty())
+        printMessage(QStringLiteral("the object has no text at all."));
+    else if (answering.isEmpty())
+        printMessage(QStringLiteral("no text in %1, nor in a fallback language; there are: %2.")
+                         .arg(wanted, languages.join(QStringLiteral(", "))));
+    else if (answering == wanted)
+        printMessage(QStringLiteral("%1 answers.").arg(answering));
+    else
+        printMessage(QStringLiteral("no text in %1, %2 answers.").arg(wanted, answering));
+}
+
+} // namespace
+
+ExitStatus runPick(const QStringList& words)
+{
+    CommandLine commandLine(
+        QStringLiteral("pick"),
+        QStringLiteral(
+            "Reads a translateable text object, as 'textmanager all' prints it, on standard input "
+            "and prints the text of a language. What that does not have is taken from en_US, then "
+            "from POSIX; standard error says which language answers. The exit status is 1 when "
+            "none of them is in the object."));
+    commandLine.addLanguageOption(QStringLiteral("The wanted language."));
+    if (const auto status = commandLine.parse(words))
+        return *status;
+    const auto object = readObject();
+    if (!object)
+        return UnusableInput;
+
+    TranslateableTextHelper helper(commandLine.language(), nullptr);
+    QString answering;
+    {
+        const SilencedWarnings silenced; // what they say is said below
+        helper.setTranslateableTextObject(*object);
+        answering = helper.getPossibleLanguage(commandLine.language());
+    }
+    reportFaults(helper, *object);
+    reportLanguage(helper, answering);
+    const bool isFound = !answering.isEmpty();
+    if (commandLine.isJsonWanted())
+        printResult({{QStringLiteral("found"), isFound},
+                     {QStringLiteral("text"), helper.currentText()},
+                     {QStringLiteral("language"), answering},
+                     {QStringLiteral("valid"), helper.isValid()}});
+    else if (isFound)
+        printResult(helper.currentText());
+    return isFound ? Done : AnswerIsNo;
+}
