@@ -5,7 +5,6 @@
 #include <QFile>
 
 #include <cstdio>
-#include <cstdlib>
 
 namespace
 {
@@ -43,6 +42,8 @@ int runBenchmarks(int argc, char** argv, bool (*registerBenchmarks)(const TextFo
         return 2;
     if (!registerBenchmarks(folder))
         return 1;
+    benchmark::AddCustomContext("compiler", "gcc " __VERSION__);
+    benchmark::AddCustomContext("Qt", qVersion());
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

@@ -26,6 +26,15 @@ def read_memory(path):
     return {name: statistics.median(run[name] for run in runs) for name in runs[0]}
 
 
+def read_circumstances(path):
+    """On what and with what the figures were measured, and how much else the machine had to do."""
+    context = json.loads(path.read_text())["context"]
+    models = [line.split(":", 1)[1].strip() for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines()
+              if line.startswith("model name")]
+    return (f"{models[0] if models else 'unknown processor'}, {context['num_cpus']} cores; {context['compiler']}, "
+            f"Release; Qt {context['Qt']}; load average {context['load_avg'][0]:.1f} at the start.")
+
+
 def show_time(seconds):
     unit = next((unit for unit in SECONDS if seconds < 1000 * SECONDS[unit]), "s")
     return f"{seconds / SECONDS[unit]:.3g} {unit}"
@@ -91,6 +100,7 @@ def main():
         read_medians(arguments.folder / f"{name}.json") for name in ("look_ups", "loading", "listing", "start"))
     memory = read_memory(arguments.folder / "memory.jsonl")
 
+    print(read_circumstances(arguments.folder / "look_ups.json") + "\n")
     print("| Figure | Measured | Against | Ratio | At most | Goal |\n|---|---|---|---|---|---|")
     missed = 0
     for figure, show, measured, against, most in goals(look_ups, loading, memory):
