@@ -14,13 +14,12 @@
 
 #include <algorithm>
 #include <deque>
+#include <numeric>
 #include <random>
 #include <vector>
 
 namespace
 {
-
-constexpr int languageCount = 3;
 
 /** What is looked up, in random order: no text stands near the one before it. */
 template<typename Key>
@@ -33,32 +32,39 @@ Key copyOf(const Key& key)
     return Key(key.constData(), key.size());
 }
 
-Keys<QString> shuffled(const QVector<QString>& urls)
+/** The same order for the same number of keys. They lie in memory in another one, all alike. */
+template<typename Key>
+Keys<Key> shuffled(Keys<Key> keys)
 {
-    Keys<QString> keys;
-    for (const QString& url : urls)
-        keys.push_back(copyOf(url));
     std::shuffle(keys.begin(), keys.end(), std::mt19937());
     return keys;
 }
 
+Keys<QString> toKeys(const QVector<QString>& urls)
+{
+    Keys<QString> keys;
+    for (const QString& url : urls)
+        keys.push_back(copyOf(url));
+    return shuffled(keys);
+}
+
+Keys<QByteArray> toIds(const QVector<QString>& urls)
+{
+    Keys<QByteArray> ids;
+    for (const QString& url : urls)
+        ids.push_back(url.toUtf8());
+    return shuffled(ids);
+}
+
 /** URLs that no language has: each one misspelt, in so many ways. */
-Keys<QString> misspelt(const Keys<QString>& urls, int ways)
+Keys<QString> misspelt(const QVector<QString>& urls, int ways)
 {
     Keys<QString> keys;
     for (int way = 0; way < ways; ++way) {
         for (const QString& url : urls)
             keys.push_back(url + QString::number(way));
     }
-    return keys;
-}
-
-Keys<QByteArray> toIds(const Keys<QString>& urls)
-{
-    Keys<QByteArray> ids;
-    for (const QString& url : urls)
-        ids.push_back(url.toUtf8());
-    return ids;
+    return shuffled(keys);
 }
 
 template<typename Answer>
@@ -104,11 +110,11 @@ private:
 /** All that is measured, and the keys to measure it with. */
 struct LookUps {
     explicit LookUps(const TextFolder& folder)
-        : urls(shuffled(folder.urls()))
-        , urlsShownInFull(shuffled(folder.urlsShownInFull()))
-        , missingUrls(misspelt(urls, 1))
-        , manyMissingUrls(misspelt(urls, 10))
-        , ids(toIds(urls))
+        : urls(toKeys(folder.urls()))
+        , urlsShownInFull(toKeys(folder.urlsShownInFull()))
+        , missingUrls(misspelt(folder.urls(), 1))
+        , manyMissingUrls(misspelt(folder.urls(), 10))
+        , ids(toIds(folder.urls()))
         , walk(folder, TextFolder::languageKeys())
         , texts(folder.languages(), TextFolder::language(), TextFolder::shortFolder())
         , incompleteTexts(folder.incompleteLanguages(), TextFolder::language(),
@@ -120,7 +126,7 @@ struct LookUps {
         for (const QString& language : TextFolder::languageKeys()) {
             walks.append(PlainWalk(folder, {language}));
             QHash<QString, QString> hash;
-            for (const QString& url : urls)
+            for (const QString& url : folder.urls())
                 hash.insert(copyOf(url), walks.last().text(url));
             hashes.emplace_back(hash);
         }
@@ -151,9 +157,12 @@ template<typename Key, typename Answer>
 bool add(const char* name, const Keys<Key>& keys, const Keys<QString>& expected, Answer answer,
          int threads = 1)
 {
-    Answer answerToCheck = answer;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        const QString text = answerToCheck(copyOf(keys[i]));
+    // What is remembered of the answers is not to lie in memory in the order of the later look-ups.
+    std::vector<std::size_t> order(keys.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::shuffle(order.begin(), order.end(), std::minstd_rand());
+    for (const std::size_t i : order) {
+        const QString text = answer(copyOf(keys[i]));
         if (text != expected[i]) {
             qCritical() << name << "answers" << text << "to" << keys[i] << "and not" << expected[i];
             return false;
@@ -161,11 +170,10 @@ bool add(const char* name, const Keys<Key>& keys, const Keys<QString>& expected,
     }
 
     const auto lookUp = [&keys, answer](benchmark::State& state) {
-        Answer answerOfThread = answer;
         const auto thread = static_cast<std::size_t>(state.thread_index());
         std::size_t next = thread * keys.size() / static_cast<std::size_t>(state.threads());
         for (auto _ : state) {
-            benchmark::DoNotOptimize(answerOfThread(keys[next]));
+            benchmark::DoNotOptimize(answer(keys[next]));
             if (++next == keys.size())
                 next = 0;
         }
@@ -233,31 +241,25 @@ bool addPeers(const LookUps& lookUps)
            add("QHash/threads", lookUps.urls, expected, hash, 2);
 }
 
-/** Answers in the next language at every look-up. */
-template<typename Answer>
-auto byTurns(Answer answer)
+/** Every text in one of the languages, so that the language changes from look-up to look-up. */
+bool addLanguages(const LookUps& lookUps)
 {
-    return [answer, next = 0](const QString& url) mutable {
-        const int language = next;
-        next = (next + 1) % languageCount;
-        return answer(language, url);
+    const auto keys = TextFolder::languageKeys();
+    const auto languageOf = [count = keys.size()](const QString& url) {
+        return url.size() % count;
     };
-}
-
-bool addLanguagesByTurns(const LookUps& lookUps)
-{
-    const auto walk = [&](int language, const QString& url) {
-        return lookUps.walks[language].text(url);
+    const auto walk = [&, languageOf](const QString& url) {
+        return lookUps.walks[languageOf(url)].text(url);
     };
-    const auto getText = [&, keys = TextFolder::languageKeys()](int language, const QString& url) {
-        return lookUps.texts.getText(url, keys[language]);
+    const auto getText = [&lookUps, keys, languageOf](const QString& url) {
+        return lookUps.texts.getText(url, keys[languageOf(url)]);
     };
-    const auto hash = [&](int language, const QString& url) {
-        return lookUps.hashes[static_cast<std::size_t>(language)].text(url);
+    const auto hash = [&lookUps, languageOf](const QString& url) {
+        return lookUps.hashes[static_cast<std::size_t>(languageOf(url))].text(url);
     };
-    const auto expected = answersOf(lookUps.urls, byTurns(walk));
-    return add("getText/languages", lookUps.urls, expected, byTurns(getText)) &&
-           add("QHash/languages", lookUps.urls, expected, byTurns(hash));
+    const auto expected = answersOf(lookUps.urls, walk);
+    return add("getText/languages", lookUps.urls, expected, getText) &&
+           add("QHash/languages", lookUps.urls, expected, hash);
 }
 
 bool addAll(const TextFolder& folder)
@@ -265,7 +267,7 @@ bool addAll(const TextFolder& folder)
     // Lives until the end of the program: the benchmarks run after this.
     static const LookUps lookUps(folder);
     benchmark::RegisterBenchmark("getText/first", lookUpFirst, folder, lookUps.urls);
-    return addLibrary(lookUps) && addPeers(lookUps) && addLanguagesByTurns(lookUps);
+    return addLibrary(lookUps) && addPeers(lookUps) && addLanguages(lookUps);
 }
 
 } // namespace

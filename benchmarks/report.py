@@ -79,7 +79,7 @@ def others(look_ups, listing, start, memory):
         ("The first look-up of a text, against the plain walk to it", ratio(look_ups["getText/first"], look_ups["walk"])),
         ("A text that no language has, when there are too many of them to remember, against the plain walk",
          ratio(look_ups["getText/many_missing"], look_ups["walk/many_missing"])),
-        ("`getText` in three languages by turns, against three such `QHash`",
+        ("`getText` in three languages in turn, against three such `QHash`",
          ratio(look_ups["getText/languages"], look_ups["QHash/languages"])),
         ("The `QHash`: time for a text, two threads looking up at once, against one thread",
          ratio(look_ups["QHash/threads/real_time/threads:2"], look_ups["QHash/threads/real_time/threads:1"])),
