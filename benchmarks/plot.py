@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Draws what scripts/benchmark --plot measured: the cost of a look-up and of loading against the number of texts."""
+"""Draws what scripts/benchmark --document measured: the cost of a look-up and of loading against the number of texts."""
 
 import argparse
 import pathlib

@@ -91,26 +91,36 @@ def others(look_ups, listing, start, memory):
     ]
 
 
+def replace_figures(document, report):
+    before, heading, after = document.read_text(encoding="utf-8").partition("## Figures\n")
+    next_heading = after.index("\n## ")
+    document.write_text(f"{before}{heading}\n{report}{after[next_heading:]}", encoding="utf-8")
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("folder", metavar="FOLDER", type=pathlib.Path, help="the results")
+    parser.add_argument("--document", type=pathlib.Path, help="a page whose chapter 'Figures' is replaced")
     parser.add_argument("--check", action="store_true", help="exit status 1 when a goal is missed")
     arguments = parser.parse_args()
     look_ups, loading, listing, start = (
         read_medians(arguments.folder / f"{name}.json") for name in ("look_ups", "loading", "listing", "start"))
     memory = read_memory(arguments.folder / "memory.jsonl")
 
-    print(read_circumstances(arguments.folder / "look_ups.json") + "\n")
-    print("| Figure | Measured | Against | Ratio | At most | Goal |\n|---|---|---|---|---|---|")
+    lines = [read_circumstances(arguments.folder / "look_ups.json"), "",
+             "| Figure | Measured | Against | Ratio | At most | Goal |", "|---|---|---|---|---|---|"]
     missed = 0
     for figure, show, measured, against, most in goals(look_ups, loading, memory):
         is_missed = measured > most * against
         missed += is_missed
-        print(f"| {figure} | {show(measured)} | {show(against)} | {measured / against:.2f} | {most} "
-              f"| {'**missed**' if is_missed else 'met'} |")
-    print("\n| Other figures | Measured |\n|---|---|")
-    for figure, measured in others(look_ups, listing, start, memory):
-        print(f"| {figure} | {measured} |")
+        lines.append(f"| {figure} | {show(measured)} | {show(against)} | {measured / against:.2f} | {most} "
+                     f"| {'**missed**' if is_missed else 'met'} |")
+    lines += ["", "| Other figures | Measured |", "|---|---|"]
+    lines += [f"| {figure} | {measured} |" for figure, measured in others(look_ups, listing, start, memory)]
+    report = "\n".join(lines) + "\n"
+    print(report, end="")
+    if arguments.document:
+        replace_figures(arguments.document, report)
     return 1 if missed and arguments.check else 0
 
 
