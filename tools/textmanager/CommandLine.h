@@ -17,7 +17,7 @@ class CommandLine
 public:
     /**
      * @param command the command and its arguments, as in "get DIR URL..."; the last one may be
-     * given several times when it ends in "...".
+     * given several times when it ends in "...", and left out when it stands in "[]".
      */
     CommandLine(const QString& command, const QString& description);
 
