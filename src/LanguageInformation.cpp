@@ -9,7 +9,7 @@
 namespace
 {
 
-thread_local int warningCount = 0;
+thread_local unsigned warningCount = 0;
 
 /** Where the key that starts at @p keyStart ends: at the next separator or with the URL. */
 int endOfKey(const QString& textUrl, int keyStart)
@@ -96,7 +96,7 @@ QString urlFromStoragePath(QString storagePath)
 
 } // namespace
 
-int LanguageInformationWarnings::countInThisThread()
+unsigned LanguageInformationWarnings::countInThisThread()
 {
     return warningCount;
 }

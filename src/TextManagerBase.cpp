@@ -79,7 +79,6 @@ void TextManagerBase::addLanguage(const QString& folderPath,
 
 bool TextManagerBase::loadAndParseFromJson(const QString& filePath, QJsonObject& languageObject)
 {
-    const QMutexLocker locker(&m_Mutex);
     LanguageFile file;
     return readLanguageFile(file, filePath, languageObject);
 }
@@ -257,6 +256,7 @@ QString TextManagerBase::getTextOrComment(const QMap<QString, QJsonObject>& lang
 bool TextManagerBase::readLanguageFile(LanguageFile& file, const QString& filePath,
                                        QJsonObject& languageObject)
 {
+    const QMutexLocker locker(&m_Mutex);
     const std::optional<QJsonObject> document = file.read(filePath);
     if (!document)
         return false;
@@ -288,7 +288,7 @@ QString TextManagerBase::answer(AnswerMemory TextManagerMemory::*kind, const QSt
         return remembered->text;
     }
     // What was warned of has to be warned of each time, so it is looked up each time.
-    const int warningsBefore = LanguageInformationWarnings::countInThisThread();
+    const unsigned warningsBefore = LanguageInformationWarnings::countInThisThread();
     const QString text = lookUp();
     if (LanguageInformationWarnings::countInThisThread() == warningsBefore)
         memory.remember(languageKey, textUrl, {text, ok}, m_LanguageMap.contains(languageKey));
