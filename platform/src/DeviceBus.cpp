@@ -12,6 +12,8 @@
 #include <future>
 #include <thread>
 
+#include <dbus/dbus.h>
+
 namespace
 {
 
@@ -31,14 +33,33 @@ QDBusConnection::BusType chooseBus()
                                                                    : QDBusConnection::SessionBus;
 }
 
-/** Connects in a thread of its own: it has no limit of time, and a bus that hangs never answers. */
+/**
+ * Waits until the bus answers or is seen not to be there, without a limit of time. Whoever waits
+ * for a bus that hangs inside of Qt holds up all connections of the application, and its end.
+ */
+void waitForBus(QDBusConnection::BusType type)
+{
+    DBusConnection* probe = dbus_bus_get_private(
+        type == QDBusConnection::SessionBus ? DBUS_BUS_SESSION : DBUS_BUS_SYSTEM, nullptr);
+    if (probe == nullptr)
+        return; // Qt will tell why
+    dbus_connection_set_exit_on_disconnect(probe, FALSE);
+    dbus_connection_close(probe);
+    dbus_connection_unref(probe);
+}
+
+QDBusConnection connect(QDBusConnection::BusType type)
+{
+    const QString name = QStringLiteral("TextManagerReferencePlatform");
+    waitForBus(type);
+    QDBusConnection::disconnectFromBus(name); // one that broke
+    return QDBusConnection::connectToBus(type, name);
+}
+
+/** Connects in a thread of its own, which a bus that hangs never lets go. */
 std::shared_future<QDBusConnection> startConnecting()
 {
-    std::packaged_task<QDBusConnection()> task([bus = chooseBus()] {
-        const QString name = QStringLiteral("TextManagerReferencePlatform");
-        QDBusConnection::disconnectFromBus(name); // one that broke
-        return QDBusConnection::connectToBus(bus, name);
-    });
+    std::packaged_task<QDBusConnection()> task([type = chooseBus()] { return connect(type); });
     std::shared_future<QDBusConnection> attempt = task.get_future();
     std::thread(std::move(task)).detach();
     return attempt;
