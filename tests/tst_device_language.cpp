@@ -80,6 +80,8 @@ private Q_SLOTS:
     void readsAndStoresDynamicTexts();
     void parsesSelectorUrls_data();
     void parsesSelectorUrls();
+    void storesWhatJsonKeeps_data();
+    void storesWhatJsonKeeps();
     void refusesFaultyFiles_data();
     void refusesFaultyFiles();
     void watches();
@@ -153,7 +155,9 @@ void DeviceLanguageTest::followsTheSettings()
 
     device.removeFolder(); // what cannot be stored changes nothing
     const QString answer = DeviceService::setLanguage("fr_FR");
-    QVERIFY2(answer.contains("Interface.Configuration.Error.NotStored"), qPrintable(answer));
+    QVERIFY2(answer.contains("Interface.Configuration.Error.NotStored: ") &&
+                 answer.contains("device.json was changed on disk"),
+             qPrintable(answer));
     QCOMPARE(manager.retrieveLanguageName(), "ja_JP");
 }
 
@@ -294,15 +298,39 @@ void DeviceLanguageTest::parsesSelectorUrls()
     QCOMPARE(handler.isValid(), cell("parts") != ",,,");
 }
 
+void DeviceLanguageTest::storesWhatJsonKeeps_data()
+{
+    addTable(R"(value          | read
+        byte:5                 | qlonglong 5
+        int16:-5               | qlonglong -5
+        int64:9007199254740991 | qlonglong 9007199254740991
+        int64:9007199254740993 |
+        double:nan             |
+    )");
+}
+
+void DeviceLanguageTest::storesWhatJsonKeeps()
+{
+    const DeviceService device("{}");
+    const QStringList keys = {"string:I", "string:U", "string:Device", "string:POSIX"};
+    const QString answer =
+        DeviceService::tell("setDynamicText", keys + QStringList("variant:" + cell("value")));
+    QCOMPARE(answer.contains("NotStored: JSON does not keep"), cell("read").isEmpty());
+    const auto connector = Connector::createAndConnect("DeviceManager", "Configuration");
+    const QVariant read = connector->getDynamicText("I", "U", "Device", "POSIX").getValue();
+    QCOMPARE((read.typeName() + (' ' + read.toString())).trimmed(), cell("read"));
+}
+
 void DeviceLanguageTest::refusesFaultyFiles_data()
 {
     addTable(R"(json                           | fault
         {\n  "configuration": {,}}             | :2:21: malformed JSON: syntax error while parsing
         []                                     | : expected an object, found an array
         {"configuraton": {}}                   | : configuraton: expected configuration, dynamic
+        {"configuration": {"I": {}, "I": {}}}  | : the key configuration/I stands there twice
         {"dynamicTexts": {"I": {"U": []}}}     | : dynamicTexts/I/U: expected an object, found an
         {"configuration": {"I": {"M": {"K": [{"a": null}]}}}} | : configuration/I/M/K[0]/a: null is
-        {"statusDisplay": {"available": true}} | : statusDisplay/folder: expected a string, found no
+        {"statusDisplay": {"available": true}} | : statusDisplay/folder: expected a text, found not
     )");
 }
 

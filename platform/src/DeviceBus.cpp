@@ -98,6 +98,14 @@ QVariantMap readMap(const QDBusArgument& argument)
     return values;
 }
 
+QVariantList readBytes(const QByteArray& bytes)
+{
+    QVariantList values;
+    for (const char byte : bytes)
+        values.append(static_cast<int>(static_cast<uchar>(byte)));
+    return values;
+}
+
 QVariant readContainer(const QDBusArgument& argument)
 {
     QVariant values;
@@ -195,6 +203,12 @@ QVariant toPlainValue(const QVariant& value)
         return value.value<QDBusObjectPath>().path();
     if (type == qMetaTypeId<QDBusSignature>())
         return value.value<QDBusSignature>().signature();
+    if (type == QMetaType::UChar || type == QMetaType::Short || type == QMetaType::UShort)
+        return value.toInt();
+    if (type == QMetaType::QByteArray)
+        return readBytes(value.toByteArray());
+    if (type == QMetaType::QStringList)
+        return value.toList();
     if (type == qMetaTypeId<QDBusArgument>())
         return readContainer(value.value<QDBusArgument>());
     return value;

@@ -40,8 +40,8 @@ bool isServiceThere(const QDBusConnection& bus, const QString& moduleName);
 QDBusMessage call(const QDBusConnection& bus, const QString& moduleName, const QString& objectName,
                   const QString& method, const QStringList& arguments = QStringList());
 
-/** @p value without the types of D-Bus: variants are unwrapped, arrays and structures become
- * lists, dictionaries become maps. It can be read once. */
+/** @p value without the types of D-Bus: variants are unwrapped, arrays (also of bytes or texts) and
+ * structures become lists, dictionaries maps, integers below 32 bits int. It can be read once. */
 QVariant toPlainValue(const QVariant& value);
 
 } // namespace DeviceBus

@@ -1,11 +1,15 @@
 #include "DeviceFile.h"
 
 #include "JsonParser.h"
+#include "RepeatedKey.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSaveFile>
+
+#include <cmath>
+#include <limits>
 
 namespace
 {
@@ -28,30 +32,9 @@ const QString& statusDisplayKey()
     return key;
 }
 
-QString describeType(const QJsonValue& value)
-{
-    switch (value.type()) {
-    case QJsonValue::Null:
-        return QStringLiteral("null");
-    case QJsonValue::Bool:
-        return QStringLiteral("true or false");
-    case QJsonValue::Double:
-        return QStringLiteral("a number");
-    case QJsonValue::String:
-        return QStringLiteral("a string");
-    case QJsonValue::Array:
-        return QStringLiteral("an array");
-    case QJsonValue::Object:
-        return QStringLiteral("an object");
-    case QJsonValue::Undefined:
-        break;
-    }
-    return QStringLiteral("nothing");
-}
-
 QString expected(const QString& what, const QString& where, const QJsonValue& found)
 {
-    return QStringLiteral("%1: expected %2, found %3").arg(where, what, describeType(found));
+    return QStringLiteral("%1: expected %2, found %3").arg(where, what, nameOfType(found));
 }
 
 /** A value inside of a value must not be null, which the bus cannot carry. */
@@ -94,7 +77,7 @@ QString findFaultInStatusDisplay(const QJsonValue& value)
         return expected(QStringLiteral("true or false"),
                         statusDisplayKey() + QStringLiteral("/available"), isAvailable);
     if (!folder.isString())
-        return expected(QStringLiteral("a string"), statusDisplayKey() + QStringLiteral("/folder"),
+        return expected(QStringLiteral("a text"), statusDisplayKey() + QStringLiteral("/folder"),
                         folder);
     return QString();
 }
@@ -120,6 +103,15 @@ QString findFault(const QJsonObject& root)
     return QString();
 }
 
+/** What in a file that is JSON would be lost when it is written again. */
+QString findLoss(const QJsonObject& root, const QString& repeatedKey)
+{
+    if (repeatedKey.isEmpty())
+        return findFault(root);
+    return QStringLiteral("the key %1 stands there twice, and only the last one counts")
+        .arg(repeatedKey);
+}
+
 QJsonObject withEntry(QJsonObject object, const QStringList& keys, const QJsonValue& value)
 {
     const QString& key = keys.first();
@@ -127,6 +119,54 @@ QJsonObject withEntry(QJsonObject object, const QStringList& keys, const QJsonVa
                            ? value
                            : withEntry(object.value(key).toObject(), keys.mid(1), value));
     return object;
+}
+
+/** The value as JSON keeps it; undefined when it does not. */
+QJsonValue toJson(const QVariant& value)
+{
+    constexpr double firstRounded = 1LL << std::numeric_limits<double>::digits; // of the integers
+    bool isKept = true;
+    QJsonValue json;
+    const auto take = [&isKept](const QVariant& part) {
+        const QJsonValue member = toJson(part);
+        isKept = isKept && !member.isUndefined();
+        return member;
+    };
+    switch (value.userType()) {
+    case QMetaType::Bool:
+    case QMetaType::QString:
+        json = QJsonValue::fromVariant(value);
+        break;
+    case QMetaType::Double:
+        json = value.toDouble();
+        isKept = std::isfinite(value.toDouble());
+        break;
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+        json = value.toDouble();
+        isKept = std::abs(value.toDouble()) < firstRounded;
+        break;
+    case QMetaType::QVariantList: {
+        QJsonArray array;
+        for (const QVariant& part : value.toList())
+            array.append(take(part));
+        json = array;
+        break;
+    }
+    case QMetaType::QVariantMap: {
+        QJsonObject object;
+        const QVariantMap map = value.toMap();
+        for (auto member = map.begin(); member != map.end(); ++member)
+            object.insert(member.key(), take(member.value()));
+        json = object;
+        break;
+    }
+    default:
+        isKept = false;
+    }
+    return isKept ? json : QJsonValue(QJsonValue::Undefined);
 }
 
 } // namespace
@@ -141,15 +181,20 @@ QString DeviceFile::load()
     QFile file(m_StrPath);
     if (!file.open(QIODevice::ReadOnly))
         return QStringLiteral("%1: cannot be read: %2").arg(m_StrPath, file.errorString());
+    m_Bytes = file.readAll();
     QJsonDocument document;
-    if (const auto fault = parseJson(file.readAll(), document))
+    std::optional<JsonFault> malformed = parseJson(m_Bytes, document);
+    const std::optional<QString> repeatedKey = findRepeatedKey(m_Bytes);
+    if (!malformed && !repeatedKey)
+        malformed = describeMalformedJson(m_Bytes, QJsonParseError());
+    if (malformed)
         return QStringLiteral("%1:%2:%3: %4")
             .arg(m_StrPath)
-            .arg(fault->line)
-            .arg(fault->column)
-            .arg(fault->reason);
+            .arg(malformed->line)
+            .arg(malformed->column)
+            .arg(malformed->reason);
     const QString fault = document.isObject()
-                              ? findFault(document.object())
+                              ? findLoss(document.object(), *repeatedKey)
                               : QStringLiteral("expected an object, found an array");
     if (!fault.isEmpty())
         return QStringLiteral("%1: %2").arg(m_StrPath, fault);
@@ -167,11 +212,18 @@ std::optional<QJsonValue> DeviceFile::entry(const QStringList& keys) const
     return value;
 }
 
-DeviceFile::Change DeviceFile::setEntry(const QStringList& keys, const QJsonValue& value)
+DeviceFile::Change DeviceFile::setEntry(const QStringList& keys, const QVariant& value)
 {
-    if (entry(keys) == value)
+    const QJsonValue json = toJson(value);
+    if (json.isUndefined()) {
+        m_StrErrorText =
+            QStringLiteral("JSON does not keep the value: it is, or holds, no number, an "
+                           "integer of more than 53 bits or what has no type there");
+        return Change::Failed;
+    }
+    if (entry(keys) == json)
         return Change::None;
-    const QJsonObject root = withEntry(m_Root, keys, value);
+    const QJsonObject root = withEntry(m_Root, keys, json);
     if (!write(root))
         return Change::Failed;
     m_Root = root;
@@ -190,12 +242,20 @@ QString DeviceFile::statusDisplayFolder() const
 
 bool DeviceFile::write(const QJsonObject& root)
 {
+    QFile known(m_StrPath);
+    if (!known.open(QIODevice::ReadOnly) || known.readAll() != m_Bytes) {
+        m_StrErrorText = QStringLiteral("%1 was changed on disk; start the device simulator again")
+                             .arg(m_StrPath);
+        return false;
+    }
     QSaveFile file(m_StrPath);
     const QByteArray bytes = QJsonDocument(root).toJson();
-    const bool isWritten =
-        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-    m_StrErrorText = isWritten ? QString() : file.errorString();
-    return isWritten;
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        m_StrErrorText = file.errorString();
+        return false;
+    }
+    m_Bytes = bytes;
+    return true;
 }
 
 QStringList elementKeys(const QString& instance, const QString& key, const QString& module)

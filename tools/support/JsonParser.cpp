@@ -33,3 +33,24 @@ std::optional<JsonFault> parseJson(const QByteArray& bytes, QJsonDocument& docum
     document = parsed;
     return std::nullopt;
 }
+
+QString nameOfType(const QJsonValue& value)
+{
+    switch (value.type()) {
+    case QJsonValue::Object:
+        return QStringLiteral("an object");
+    case QJsonValue::Array:
+        return QStringLiteral("an array");
+    case QJsonValue::String:
+        return QStringLiteral("a text");
+    case QJsonValue::Double:
+        return QStringLiteral("a number");
+    case QJsonValue::Bool:
+        return QStringLiteral("a truth value");
+    case QJsonValue::Null:
+        return QStringLiteral("null");
+    case QJsonValue::Undefined:
+        break;
+    }
+    return QStringLiteral("nothing");
+}

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QJsonDocument>
+#include <QJsonValue>
 #include <QString>
 
 #include <optional>
@@ -25,3 +26,6 @@ std::optional<JsonFault> parseJson(const QByteArray& bytes, QJsonDocument& docum
  * than that there is one, so a parser that names what it found and what it expected is asked first.
  */
 JsonFault describeMalformedJson(const QByteArray& bytes, const QJsonParseError& qtError);
+
+/** What a value is, in words: "an object", "null". */
+QString nameOfType(const QJsonValue& value);

@@ -1,6 +1,7 @@
 #include "TextNodes.h"
 
 #include "Console.h"
+#include "JsonParser.h"
 
 #include "LanguageDefinitions.h"
 #include "LanguageInformation.h"
@@ -33,26 +34,6 @@ bool holdsNodeBeside(const QJsonObject& node, const QString& key)
             return true;
     }
     return false;
-}
-
-QString nameOfType(const QJsonValue& value)
-{
-    switch (value.type()) {
-    case QJsonValue::Object:
-        return QStringLiteral("an object");
-    case QJsonValue::Array:
-        return QStringLiteral("an array");
-    case QJsonValue::String:
-        return QStringLiteral("a text");
-    case QJsonValue::Double:
-        return QStringLiteral("a number");
-    case QJsonValue::Bool:
-        return QStringLiteral("a truth value");
-    case QJsonValue::Null:
-    case QJsonValue::Undefined:
-        break;
-    }
-    return QStringLiteral("null");
 }
 
 /** A value as the file shows it, shortened. */
