@@ -14,7 +14,9 @@
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 
+#include <atomic>
 #include <future>
 #include <thread>
 
@@ -149,8 +151,18 @@ void DeviceLanguageTest::followsTheSettings()
     DeviceService::setLanguage("Languages/ja_JP");
     QVERIFY(reloads.wait());
     QCOMPARE(currentText(manager), "ja_JP");
+    TextManager elsewhere(m_Files.path(), "de_DE");
+    QThread thread;
+    elsewhere.moveToThread(&thread);
+    thread.start();
+    std::atomic<QThread*> place{nullptr};
+    connect(&elsewhere, &TextManager::languageReloaded, &elsewhere,
+            [&] { place = QThread::currentThread(); });
     DeviceService::tell("announceConfigurationDataChange");
     QVERIFY(reloads.wait());
+    QTRY_COMPARE(place.load(), &thread);
+    thread.quit();
+    QVERIFY(thread.wait());
     QCOMPARE(reloads.size(), 2);
 
     device.removeFolder(); // what cannot be stored changes nothing

@@ -1,6 +1,7 @@
 #include "Table.h"
 #include "WarningCapture.h"
 
+#include "DynamicTextHandler.h"
 #include "DynamicTextReaderInterface.h"
 #include "ReadAllTextsHelper.h"
 #include "TextManagerBase.h"
@@ -153,7 +154,11 @@ void TranslateableTextsTest::describesItself()
 void TranslateableTextsTest::exportsWhatTheHelperTakes()
 {
     const TextManagerBase manager(EXAMPLE_LANGUAGES, "de_DE", "short");
-    for (const QString& url : manager.getAvailableUrls("de_DE")) {
+    QStringList urls;
+    for (const QString& language : manager.getAvailableLanguages())
+        urls += manager.getAvailableUrls(language);
+    urls.removeDuplicates();
+    for (const QString& url : urls) {
         TranslateableTextHelper helper("de_DE", nullptr);
         QVERIFY(helper.setTranslateableTextObject(
             ReadAllTextsHelper::getAllTextsAsJsonString(manager, url)));
@@ -169,6 +174,7 @@ void TranslateableTextsTest::readsDynamicTexts_data()
                 {"de_DE": "d", "en_US": "e"} | de_DE    | d    |
                 {"de_DE": "d", "en_US": "e"} |          | e    |
                 none                         | de_DE    |      | Unable to read value for url "none" !
+                {"fr_FR": {}}                | de_DE    |      | Unable to find suitable language!\nNo suitable language found in translateable text object: QMap() !
                 5                            | de_DE    |      | Cannot convert variant to variant map: QVariant(qlonglong, 5) !)");
 }
 
@@ -189,6 +195,12 @@ void TranslateableTextsTest::readsDynamicTexts()
     QCOMPARE(std::async(std::launch::async, read, cell("url"), cell("language")).get(),
              cell("text"));
     QCOMPARE(warnings.take().join('\n'), cell("warnings"));
+
+    DynamicTextHandler handler(nullptr);
+    handler.setInterface(&reader);
+    handler.setInterface(nullptr);
+    QCOMPARE(handler.getText(R"({"de_DE": "d"})", "de_DE"), QString());
+    QVERIFY(warnings.take().join('\n').startsWith("Invalid pointer to dynamic text handler"));
 }
 
 QTEST_GUILESS_MAIN(TranslateableTextsTest)

@@ -12,11 +12,13 @@
  *
  * **The bus.** The environment variable TEXTMANAGER_BUS names it: "session" or "system". Without
  * it, it is the session bus where DBUS_SESSION_BUS_ADDRESS is set, as on a desktop, and the system
- * bus elsewhere, as on a device. All clients of a process share one connection, made for the first.
+ * bus elsewhere, as on a device; so also, after a warning, when it names none of the two. All
+ * clients of a process share one connection, made for the first.
  *
- * **Waiting.** Calls block until the service has answered, for one second at the most: a service
- * that hangs gives an error, and a bus that hangs counts as one that is not there. A service that
- * does not run is not started.
+ * **Waiting.** What waits for the bus or the service does so for one second at the most, step by
+ * step: to connect, to see whether the service is there, to be answered. So createAndConnect()
+ * blocks for two seconds at the most, and so does a read. A service that hangs gives an error, and
+ * a bus that hangs counts as one that is not there. A service that does not run is not started.
  *
  * **Restarts.** A service that comes back is heard again. What changed meanwhile was announced to
  * nobody, so that its return counts as a change: configurationDataChanged(). A bus that comes back
@@ -33,7 +35,7 @@ public:
     /**
      * A client that hears of every change from now on: what is read afterwards misses none.
      *
-     * @return null when the bus or the service is not there; nothing is logged.
+     * @return null when the bus or the service is not there, which is not logged.
      */
     static QSharedPointer<ConfigurationFileHandlerDBusConnector>
     createAndConnect(const QString& moduleName, const QString& objectName);

@@ -22,8 +22,9 @@ public:
     /** The error's text; empty without an error. */
     QString getErrorMessage() const;
     /**
-     * The value, of Qt's own types only: texts, numbers, QVariantList and QVariantMap. Invalid
-     * after an error, and for a reply that held no value.
+     * The value, of Qt's own types only: texts, truth values, numbers (int for those below 32
+     * bits), QVariantList (also of texts or bytes) and QVariantMap. Invalid after an error, and for
+     * a reply that held no value.
      */
     QVariant getValue() const;
 

@@ -6,6 +6,7 @@
 #include "TextManager.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QTimer>
 
 namespace
@@ -39,6 +40,14 @@ bool printTexts(const TextManager& manager, const QStringList& urls, bool isJson
     return true;
 }
 
+/** Without a status display the library looks for short texts in the current directory, and speaks
+ * of unrelated files there; those of the language folder come with an absolute path. */
+void printMessageOfFolder(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    if (!message.contains(QLatin1String("language file: \"./")))
+        printMessage(message);
+}
+
 } // namespace
 
 ExitStatus runWatch(const QStringList& words)
@@ -57,8 +66,9 @@ ExitStatus runWatch(const QStringList& words)
     auto folder = LanguageFolder::open(arguments.first()); // reports what is left out
     if (!folder)
         return UnusableInput;
-    const QString languagePath = folder->getLanguagePath();
+    const QString languagePath = QFileInfo(folder->getLanguagePath()).absoluteFilePath();
     folder.reset();
+    qInstallMessageHandler(printMessageOfFolder);
 
     const TerminationSignals terminationSignals;
     const TextManager manager(languagePath, commandLine.language());
