@@ -26,7 +26,7 @@ void ToolTranslateableTextsTest::answers_data()
         pick                       | {"en_US": "e"}                   | 0 | e   | the object is not valid: it has no POSIX.
         pick --format json         | {"POSIX": "p"}                   | 0 | {"found":true,"language":"POSIX","text":"p","valid":true} | no text in en_US, POSIX answers.
         pick                       | {\n"POSIX": "p",\n"ä" "e"}       | 2 |     | standard input:3:7: malformed JSON
-        pick                       | []                               | 2 |     | standard input:1:1: found an array. Expected on
+        pick                       | []                               | 2 |     | standard input:1:1: found an array. Expected is
         pick more                  |                                  | 2 |     | pick: unexpected argument 'more'.)");
 }
 

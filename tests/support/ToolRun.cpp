@@ -4,16 +4,16 @@
 #include <QProcess>
 
 ToolRun::ToolRun(const QStringList& arguments, const QByteArray& input,
-                 const QString& workingDirectory)
+                 const QString& workingDirectory, const QString& program)
 {
     constexpr int limitInMilliseconds = 60'000;
     QProcess process;
     process.setWorkingDirectory(workingDirectory);
-    process.start(QStringLiteral(TEXTMANAGER_PROGRAM), arguments);
+    process.start(program, arguments);
     process.write(input);
     process.closeWriteChannel();
     if (!process.waitForFinished(limitInMilliseconds))
-        qFatal("%s: %s", TEXTMANAGER_PROGRAM, qPrintable(process.errorString()));
+        qFatal("%s: %s", qPrintable(program), qPrintable(process.errorString()));
 
     if (process.exitStatus() == QProcess::NormalExit)
         m_ExitStatus = process.exitCode();

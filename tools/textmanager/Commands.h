@@ -13,3 +13,4 @@ ExitStatus runHeader(const QStringList& words);
 ExitStatus runLanguages(const QStringList& words);
 ExitStatus runPick(const QStringList& words);
 ExitStatus runUrls(const QStringList& words);
+ExitStatus runWatch(const QStringList& words);

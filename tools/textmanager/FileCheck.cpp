@@ -1,5 +1,7 @@
 #include "FileCheck.h"
 
+#include "JsonParser.h"
+
 #include "LanguageDefinitions.h"
 
 #include "PropertyManagerConst.h"
@@ -11,26 +13,10 @@
 #include <QJsonObject>
 #include <QMap>
 
-#include <nlohmann/json.hpp>
-
-#include <algorithm>
 #include <optional>
 
 namespace
 {
-
-struct Position {
-    int line = 1;
-    int column = 1;
-};
-
-/** Where in a text the byte at @p offset stands. */
-Position positionOf(const QByteArray& bytes, int offset)
-{
-    const QByteArray before = bytes.left(offset);
-    const int lineStart = before.lastIndexOf('\n') + 1;
-    return {before.count('\n') + 1, QString::fromUtf8(before.mid(lineStart)).size() + 1};
-}
 
 /** Why the library does not take the file; nothing when it does. */
 std::optional<FileFinding> findFault(const QString& path)
@@ -44,13 +30,11 @@ std::optional<FileFinding> findFault(const QString& path)
                                .arg(file.errorString())};
     const QByteArray bytes = file.readAll();
 
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
-    if (error.error != QJsonParseError::NoError) {
-        FileFinding finding = describeMalformedJson(path, bytes, error);
-        finding.fault += QStringLiteral(" The file is left out; correct it there.");
-        return finding;
-    }
+    QJsonDocument document;
+    if (const auto fault = parseJson(bytes, document))
+        return FileFinding{
+            path, fault->line, fault->column,
+            QStringLiteral("%1. The file is left out; correct it there.").arg(fault->reason)};
     if (document.object().contains(LanguageDefinitions::getJsonContentName()))
         return std::nullopt;
     const QString found = document.isObject()
@@ -94,23 +78,4 @@ QVector<FileFinding> findLeftOutFiles(const QString& folderPath)
         loadedPaths.insert(entry.baseName(), entry.filePath());
     }
     return findings;
-}
-
-FileFinding describeMalformedJson(const QString& path, const QByteArray& bytes,
-                                  const QJsonParseError& qtError)
-{
-    // Qt's errors say little more than that there is one, so a parser that names what it found and
-    // what it expected is asked first.
-    QString reason = qtError.errorString();
-    int offset = qtError.offset - 1; // Qt's is behind the character that it refused
-    try {
-        [[maybe_unused]] const auto parsed = nlohmann::json::parse(bytes.cbegin(), bytes.cend());
-    } catch (const nlohmann::json::parse_error& error) {
-        // "[json.exception...] parse error at line L, column C: what was found and expected"
-        reason = QString::fromUtf8(error.what()).section(QStringLiteral(": "), 1);
-        offset = static_cast<int>(error.byte) - 1;
-    }
-    const Position position = positionOf(bytes, std::clamp(offset, 0, bytes.size()));
-    return {path, position.line, position.column,
-            QStringLiteral("malformed JSON: %1.").arg(reason)};
 }

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <QJsonParseError>
 #include <QString>
 #include <QVector>
 
-/** A fault of a file, such as one that makes a text manager silently leave it out. */
+/** A file that a text manager silently leaves out, and why. */
 struct FileFinding {
     QString path;
     int line = 0;   ///< from 1; 0 when the file as a whole is meant
@@ -20,10 +19,3 @@ struct FileFinding {
  * malformed, without "Content", or replaced by another file of the same language.
  */
 QVector<FileFinding> findLeftOutFiles(const QString& folderPath);
-
-/**
- * What is wrong, and where, with the text @p bytes that Qt's parser refused with @p qtError. What
- * to do about it is left for the caller to add.
- */
-FileFinding describeMalformedJson(const QString& path, const QByteArray& bytes,
-                                  const QJsonParseError& qtError);

@@ -48,6 +48,8 @@ public:
     /** The URLs of all languages, each once. */
     QStringList collectAllUrls() const;
 
+    /** The folder, as a text manager wants it. */
+    QString getLanguagePath() const { return m_StrLanguagePath; }
     const QVector<FileFinding>& getLeftOutFiles() const { return m_LeftOutFiles; }
 
 private:

@@ -1,6 +1,6 @@
 #include "CommandLine.h"
 #include "Commands.h"
-#include "FileCheck.h"
+#include "JsonParser.h"
 
 #include "TranslateableTextHelper.h"
 
@@ -22,20 +22,17 @@ std::optional<QJsonObject> readObject()
         printMessage(QStringLiteral("cannot read standard input: %1").arg(input.errorString()));
         return std::nullopt;
     }
-    const QByteArray bytes = input.readAll();
-    const QString expected = QStringLiteral(
-        " Expected on standard input is an object such as {\"POSIX\": \"Save\", \"de_DE\": "
-        "\"Sichern\"}, which 'textmanager all' prints.");
-
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
-    FileFinding finding{QStringLiteral("standard input"), 1, 1, QStringLiteral("found an array.")};
-    if (error.error != QJsonParseError::NoError)
-        finding = describeMalformedJson(finding.path, bytes, error);
-    else if (document.isObject())
+    QJsonDocument document;
+    const auto malformed = parseJson(input.readAll(), document);
+    if (!malformed && document.isObject())
         return document.object();
-    finding.fault += expected;
-    printMessage(finding.toString());
+    const JsonFault fault = malformed.value_or(JsonFault{1, 1, QStringLiteral("found an array")});
+    printMessage(QStringLiteral("standard input:%1:%2: %3. Expected is an object such as "
+                                "{\"POSIX\": \"Save\", \"de_DE\": \"Sichern\"}, which 'textmanager "
+                                "all' prints.")
+                     .arg(fault.line)
+                     .arg(fault.column)
+                     .arg(fault.reason));
     return std::nullopt;
 }
 

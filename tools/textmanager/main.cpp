@@ -24,6 +24,7 @@ constexpr Command commands[] = {
     {"languages", "list the languages of a folder, and its faulty files", runLanguages},
     {"pick", "choose the text of a language from such an object", runPick},
     {"urls", "list the URLs of all texts of a language", runUrls},
+    {"watch", "print texts in the device's language whenever it changes", runWatch},
 };
 
 QString helpText()

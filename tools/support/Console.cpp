@@ -1,5 +1,6 @@
 #include "Console.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 
 #include <cerrno>
@@ -37,7 +38,7 @@ void printResult(const QJsonObject& object)
 void printMessage(const QString& message)
 {
     std::fflush(stdout); // results and messages in the order in which they came
-    write(stderr, QStringLiteral("textmanager: %1\n").arg(message));
+    write(stderr, QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), message));
 }
 
 void installMessageHandler()
@@ -55,9 +56,14 @@ SilencedWarnings::~SilencedWarnings()
     qInstallMessageHandler(m_PreviousHandler);
 }
 
+bool flushResult()
+{
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
 int finishOutput(int status)
 {
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+    if (flushResult())
         return status;
     printMessage(QStringLiteral("cannot write the result: %1")
                      .arg(QString::fromLocal8Bit(std::strerror(errno))));

@@ -32,5 +32,8 @@ private:
     QtMessageHandler m_PreviousHandler;
 };
 
+/** Hands what was printed so far to whoever reads it. @return whether that could be done. */
+bool flushResult();
+
 /** @return @p status, or UnusableInput, with a message, when a result could not be written. */
 int finishOutput(int status);

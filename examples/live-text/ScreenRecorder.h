@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+class QQuickWindow;
+class ScreenTexts;
+
+/**
+ * Writes down what a screen shows, in every language that it shows: a picture in a folder, and on
+ * standard output a line "URL<tab>text" for each label, with "\n" for a line break, and then a line
+ * "shown LANGUAGE".
+ */
+class ScreenRecorder : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** All must outlive this object. Ends the program when a picture cannot be written. */
+    ScreenRecorder(QQuickWindow& window, const ScreenTexts& texts, const QString& folder);
+
+private:
+    void record();
+
+    QQuickWindow& m_Window;
+    const ScreenTexts& m_Texts;
+    const QString m_StrFolder;
+    bool m_IsChanged = true; ///< since the last picture
+};

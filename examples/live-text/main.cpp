@@ -1,0 +1,64 @@
+#include "ScreenRecorder.h"
+#include "ScreenTexts.h"
+
+#include <TextManager.h>
+
+#include <QCommandLineParser>
+#include <QFont>
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQmlContext>
+#include <QQuickWindow>
+
+#include <memory>
+
+namespace
+{
+
+/** Latin, then what the others are written in. */
+void chooseFonts()
+{
+    QFont font;
+    font.setFamilies({QStringLiteral("Inter"), QStringLiteral("Noto Sans Arabic UI"),
+                      QStringLiteral("VL PGothic")});
+    QGuiApplication::setFont(font);
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QGuiApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Shows the screen of a ventilation unit's controller in the language of the device's "
+        "settings, and follows when they change."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("DIR"),
+                                 QStringLiteral("Folder of language files."));
+    const QCommandLineOption record(
+        QStringLiteral("record"),
+        QStringLiteral("Write a picture of each language that is shown into FOLDER, and the text "
+                       "of each label to standard output."),
+        QStringLiteral("FOLDER"));
+    parser.addOption(record);
+    parser.process(application);
+    if (parser.positionalArguments().size() != 1)
+        parser.showHelp(2);
+
+    TextManager textManager(parser.positionalArguments().first() + QLatin1Char('/'), QString());
+    ScreenTexts texts(textManager);
+    chooseFonts();
+    QQmlApplicationEngine engine;
+    engine.rootContext()->setContextProperty(QStringLiteral("texts"), &texts);
+    engine.load(QUrl(QStringLiteral("qrc:/live-text/main.qml")));
+    if (engine.rootObjects().isEmpty())
+        return 2; // the engine has said why
+
+    std::unique_ptr<ScreenRecorder> recorder;
+    if (parser.isSet(record)) {
+        auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().first());
+        recorder = std::make_unique<ScreenRecorder>(*window, texts, parser.value(record));
+    }
+    return QGuiApplication::exec();
+}

@@ -1,0 +1,52 @@
+import QtQuick 2.15
+
+// The languages by their own names: one for the device's language, marked with a dot, and to choose
+// another one. A touch on the chosen one returns to the device's.
+Rectangle {
+    implicitWidth: row.implicitWidth + 8
+    implicitHeight: 48
+    radius: height / 2
+    color: Theme.surface
+    border.color: Theme.line
+
+    Row {
+        id: row
+        anchors.centerIn: parent
+
+        Repeater {
+            model: texts.languages
+
+            Rectangle {
+                readonly property bool isShown: modelData === texts.language
+                readonly property bool isDevice: modelData === texts.deviceLanguage
+
+                width: name.implicitWidth + 30
+                height: 40
+                radius: height / 2
+                color: isShown ? Theme.accent : "transparent"
+
+                Text {
+                    id: name
+                    anchors.centerIn: parent
+                    text: texts.nameOfLanguage(modelData)
+                    color: parent.isShown ? Theme.contrast : Theme.faint
+                    font.pixelSize: 15
+                    font.weight: parent.isShown ? Font.DemiBold : Font.Normal
+                }
+                Rectangle {
+                    visible: parent.isDevice
+                    anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: 3 }
+                    width: 5
+                    height: 5
+                    radius: 2.5
+                    color: name.color
+                }
+                MouseArea {
+                    anchors.fill: parent
+                    onClicked: texts.chooseLanguage(
+                                   modelData === texts.chosenLanguage ? "" : modelData)
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,105 @@
+#include "ConfigurationAdaptor.h"
+#include "ConfigurationService.h"
+#include "Console.h"
+#include "DeviceBus.h"
+#include "DeviceFile.h"
+#include "TerminationSignals.h"
+
+#include "DeviceManagerDefinitions.h"
+#include "SystemInformationManagerDefinitions.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDBusError>
+#include <QTextCodec>
+
+#include <optional>
+
+namespace
+{
+
+ExitStatus refuse(const QString& reason)
+{
+    printMessage(QStringLiteral("%1\nSee 'device-simulator --help'.").arg(reason));
+    return UnusableInput;
+}
+
+/** Puts the service on the bus. @return why that could not be done; empty when it could. */
+QString publish(ConfigurationService& service)
+{
+    QDBusConnection bus = DeviceBus::connection();
+    const QString path =
+        DeviceBus::objectPath(SystemInformationManagerDefinitions::getObjectNameConfiguration());
+    const QString name = DeviceBus::serviceName(DeviceManagerDefinitions::getModuleName());
+    if (!bus.isConnected())
+        return QStringLiteral("there is no bus: %1. On a desktop without one, start the program "
+                              "under dbus-run-session.")
+            .arg(bus.lastError().message());
+    // The object first: whoever sees the name may ask at once.
+    if (bus.registerObject(path, &service) && bus.registerService(name))
+        return QString();
+    return QStringLiteral("cannot own %1 on the bus: another program owns it, or the bus does not "
+                          "permit it.")
+        .arg(name);
+}
+
+ExitStatus simulate(const QString& path)
+{
+    DeviceFile file(path);
+    const QString fault = file.load();
+    if (!fault.isEmpty()) {
+        printMessage(QStringLiteral("%1. Correct it there; it was left as it is.").arg(fault));
+        return UnusableInput;
+    }
+
+    const TerminationSignals terminationSignals;
+    ConfigurationService service(file);
+    new ConfigurationAdaptor(&service); // belongs to the service
+    const QString obstacle = publish(service);
+    if (!obstacle.isEmpty()) {
+        printMessage(obstacle);
+        return UnusableInput;
+    }
+    printResult(QStringLiteral("%1 is on the bus")
+                    .arg(DeviceBus::serviceName(DeviceManagerDefinitions::getModuleName())));
+    flushResult();
+    return static_cast<ExitStatus>(QCoreApplication::exec());
+}
+
+ExitStatus run(const QStringList& words)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Owns the configuration service of a device on the bus, over the JSON file FILE, until it "
+        "is interrupted. A line on standard output says when the service is there. The bus is the "
+        "session bus, or the system bus where there is none; TEXTMANAGER_BUS=session or =system "
+        "chooses."));
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("What the device has stored; what is set on the "
+                                                "bus is written there."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    if (!parser.parse(words))
+        return refuse(parser.errorText());
+    if (parser.isSet(help)) {
+        printResult(parser.helpText().trimmed());
+        return Done;
+    }
+    if (parser.isSet(version)) {
+        printResult(QStringLiteral("device-simulator " TEXTMANAGER_VERSION));
+        return Done;
+    }
+    if (parser.positionalArguments().size() != 1)
+        return refuse(QStringLiteral("expected one FILE."));
+    return simulate(parser.positionalArguments().first());
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    // File names and texts are UTF-8 also where the device sets no locale.
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    const QCoreApplication application(argc, argv);
+    return finishOutput(run(QCoreApplication::arguments()));
+}

@@ -1,0 +1,41 @@
+#include "JsonParser.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace
+{
+
+/**
+ * What is wrong with a text that Qt's parser refused. Its errors say little more than that there is
+ * one, so a parser that names what it found and what it expected is asked first.
+ */
+JsonFault describe(const QByteArray& bytes, const QJsonParseError& qtError)
+{
+    QString reason = qtError.errorString();
+    int offset = qtError.offset - 1; // Qt's is behind the character that it refused
+    try {
+        [[maybe_unused]] const auto parsed = nlohmann::json::parse(bytes.cbegin(), bytes.cend());
+    } catch (const nlohmann::json::parse_error& error) {
+        // "[json.exception...] parse error at line L, column C: what was found and expected"
+        reason = QString::fromUtf8(error.what()).section(QStringLiteral(": "), 1);
+        offset = static_cast<int>(error.byte) - 1;
+    }
+    const QByteArray before = bytes.left(std::clamp(offset, 0, bytes.size()));
+    const int lineStart = before.lastIndexOf('\n') + 1;
+    return {before.count('\n') + 1, QString::fromUtf8(before.mid(lineStart)).size() + 1,
+            QStringLiteral("malformed JSON: %1").arg(reason)};
+}
+
+} // namespace
+
+std::optional<JsonFault> parseJson(const QByteArray& bytes, QJsonDocument& document)
+{
+    QJsonParseError error;
+    const QJsonDocument parsed = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError)
+        return describe(bytes, error);
+    document = parsed;
+    return std::nullopt;
+}

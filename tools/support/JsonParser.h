@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonDocument>
+#include <QString>
+
+#include <optional>
+
+/** Where a text is no JSON, and why. */
+struct JsonFault {
+    int line = 1;   ///< from 1
+    int column = 1; ///< in characters, from 1
+    QString reason; ///< "malformed JSON: " and what was found and expected; no full stop
+};
+
+/**
+ * Parses as Qt does and explains what Qt refuses.
+ *
+ * @param document receives what was parsed; unchanged after a fault.
+ */
+std::optional<JsonFault> parseJson(const QByteArray& bytes, QJsonDocument& document);

@@ -1,0 +1,74 @@
+#include "CommandLine.h"
+#include "Commands.h"
+#include "LanguageFolder.h"
+#include "TerminationSignals.h"
+
+#include "TextManager.h"
+
+#include <QCoreApplication>
+#include <QJsonDocument>
+#include <QTimer>
+
+namespace
+{
+
+void printText(const TextManager& manager, const QString& url, bool isJsonWanted)
+{
+    const QString text = manager.getText(url, QString());
+    if (text.isEmpty())
+        printMessage(QStringLiteral("%1: no text.").arg(url));
+    if (isJsonWanted) {
+        const QJsonObject answer{{QStringLiteral("url"), url},
+                                 {QStringLiteral("found"), !text.isEmpty()},
+                                 {QStringLiteral("text"), text},
+                                 {QStringLiteral("currentLanguage"), manager.getLanguageName()}};
+        printResult(QString::fromUtf8(QJsonDocument(answer).toJson(QJsonDocument::Compact)));
+    } else if (!text.isEmpty()) {
+        printResult(text);
+    }
+}
+
+/** Prints all texts, each at once. @return whether they could be written. */
+bool printTexts(const TextManager& manager, const QStringList& urls, bool isJsonWanted)
+{
+    if (manager.getLanguageName().isEmpty())
+        printMessage(QStringLiteral("no language is known; en_US answers, then POSIX."));
+    for (const QString& url : urls) {
+        printText(manager, url, isJsonWanted);
+        if (!flushResult())
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+ExitStatus runWatch(const QStringList& words)
+{
+    CommandLine commandLine(
+        QStringLiteral("watch DIR URL..."),
+        QStringLiteral(
+            "Prints the text of each URL in the language of the device's settings, and prints them "
+            "again whenever the settings change, until it is interrupted. What the language does "
+            "not have is taken from en_US, then from POSIX. The settings are read on the session "
+            "bus, or on the system bus where there is none; TEXTMANAGER_BUS=session or =system "
+            "chooses."));
+    commandLine.addValueOption(QStringLiteral("language"), QStringLiteral("KEY"),
+                               QStringLiteral("The language until the settings change."));
+    if (const auto status = commandLine.parse(words))
+        return *status;
+    const QStringList arguments = commandLine.arguments();
+    const auto folder = LanguageFolder::open(arguments.first()); // reports what is left out
+    if (!folder)
+        return UnusableInput;
+
+    const TerminationSignals terminationSignals;
+    const TextManager manager(folder->getLanguagePath(), commandLine.language());
+    const auto print = [&] {
+        if (!printTexts(manager, arguments.mid(1), commandLine.isJsonWanted()))
+            QCoreApplication::exit(UnusableInput);
+    };
+    QObject::connect(&manager, &TextManager::languageReloaded, print);
+    QTimer::singleShot(0, &manager, print); // once the event loop runs, which it may have to end
+    return static_cast<ExitStatus>(QCoreApplication::exec());
+}
