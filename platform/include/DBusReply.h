@@ -14,8 +14,10 @@ public:
 
     /** @param value what the service answered; invalid when its reply held no value. */
     static DBusReply fromValue(const QVariant& value);
+    /** @param message the error's text, as the service or the bus worded it. */
     static DBusReply fromError(const QString& message);
 
+    /** Whether there is no answer but an error. */
     bool isError() const;
     /** The error's text; empty without an error. */
     QString getErrorMessage() const;

@@ -15,6 +15,7 @@ public:
      * there, or does not answer, has no status display: nothing is logged. */
     DeviceManifestManager();
 
+    /** Whether the device has a status display. */
     bool isStatusDisplayAvailable() const;
     /** The status display's folder of texts, relative to a folder of language files; empty without
      * a status display. */

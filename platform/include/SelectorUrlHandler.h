@@ -18,17 +18,19 @@
 class REFERENCEPLATFORM_EXPORT SelectorUrlHandler
 {
 public:
+    /** Parses @p url. Nothing is logged when it cannot be parsed: see isValid(). */
     explicit SelectorUrlHandler(const QString& url);
     virtual ~SelectorUrlHandler();
-    SelectorUrlHandler(const SelectorUrlHandler& other) = default;
-    SelectorUrlHandler& operator=(const SelectorUrlHandler& other) = default;
 
     /** Whether the URL could be parsed. If not, all its parts are empty. */
     bool isValid() const;
+    /** MODULE: whose configuration service has the text. */
     QString getModuleName() const;
+    /** OBJECT: where the module answers. */
     QString getObjectName() const;
+    /** INSTANCE: which of the object's instances the text belongs to. */
     QString getInstance() const;
-    /** The path, followed by "[INDEX]" where the URL has one. */
+    /** PATH, followed by "[INDEX]" where the URL has one. */
     QString getUrlIncludingIndex() const;
 
 private:

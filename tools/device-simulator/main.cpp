@@ -35,6 +35,9 @@ QString publish(ConfigurationService& service)
         return QStringLiteral("there is no bus: %1. On a desktop without one, start the program "
                               "under dbus-run-session.")
             .arg(bus.lastError().message());
+    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
+                QCoreApplication::instance(), SLOT(quit()));
     // The object first: whoever sees the name may ask at once.
     if (bus.registerObject(path, &service) && bus.registerService(name))
         return QString();
@@ -71,7 +74,8 @@ ExitStatus run(const QStringList& words)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Owns the configuration service of a device on the bus, over the JSON file FILE, until it "
-        "is interrupted. A line on standard output says when the service is there. The bus is the "
+        "is interrupted or the bus ends. A line on standard output says when the service is there. "
+        "The bus is the "
         "session bus, or the system bus where there is none; TEXTMANAGER_BUS=session or =system "
         "chooses."));
     parser.addPositionalArgument(QStringLiteral("FILE"),

@@ -6,7 +6,6 @@
 #include "TextManager.h"
 
 #include <QCoreApplication>
-#include <QJsonDocument>
 #include <QTimer>
 
 namespace
@@ -18,11 +17,10 @@ void printText(const TextManager& manager, const QString& url, bool isJsonWanted
     if (text.isEmpty())
         printMessage(QStringLiteral("%1: no text.").arg(url));
     if (isJsonWanted) {
-        const QJsonObject answer{{QStringLiteral("url"), url},
-                                 {QStringLiteral("found"), !text.isEmpty()},
-                                 {QStringLiteral("text"), text},
-                                 {QStringLiteral("currentLanguage"), manager.getLanguageName()}};
-        printResult(QString::fromUtf8(QJsonDocument(answer).toJson(QJsonDocument::Compact)));
+        printResult({{QStringLiteral("url"), url},
+                     {QStringLiteral("found"), !text.isEmpty()},
+                     {QStringLiteral("text"), text},
+                     {QStringLiteral("currentLanguage"), manager.getLanguageName()}});
     } else if (!text.isEmpty()) {
         printResult(text);
     }

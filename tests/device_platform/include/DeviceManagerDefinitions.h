@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+
+struct DeviceManagerDefinitions {
+    static QString getInstanceNameDeviceSettings() { return QStringLiteral("Settings"); }
+};

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+
+struct SystemInformationManagerDefinitions {
+    static QString getObjectNameConfiguration() { return QStringLiteral("Conf"); }
+};
