@@ -17,7 +17,7 @@ class CommandLine
 public:
     /**
      * @param command the command and its arguments, as in "get DIR URL..."; the last one may be
-     * given several times when it ends in "...".
+     * given several times when it ends in "...", and left out when it stands in "[]".
      */
     CommandLine(const QString& command, const QString& description);
 
@@ -39,6 +39,8 @@ public:
 
     bool isSet(const QString& option) const { return m_Parser.isSet(option); }
     QString value(const QString& option) const { return m_Parser.value(option); }
+    /** All values of an option that may be given several times. */
+    QStringList values(const QString& option) const { return m_Parser.values(option); }
     QStringList arguments() const { return m_Parser.positionalArguments(); }
     QString language() const { return value(QStringLiteral("language")); }
     bool isJsonWanted() const { return value(QStringLiteral("format")) == QLatin1String("json"); }

@@ -12,5 +12,7 @@ ExitStatus runGet(const QStringList& words);
 ExitStatus runHeader(const QStringList& words);
 ExitStatus runLanguages(const QStringList& words);
 ExitStatus runPick(const QStringList& words);
+/** Needs the reference platform, whose walk over JSON data it takes. */
+ExitStatus runTranslate(const QStringList& words);
 ExitStatus runUrls(const QStringList& words);
 ExitStatus runWatch(const QStringList& words);

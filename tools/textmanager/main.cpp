@@ -23,6 +23,9 @@ constexpr Command commands[] = {
     {"header", "show the header of a language", runHeader},
     {"languages", "list the languages of a folder, and its faulty files", runLanguages},
     {"pick", "choose the text of a language from such an object", runPick},
+#ifdef TEXTMANAGER_HAS_REFERENCE_PLATFORM
+    {"translate", "write the texts of their text ids into JSON data", runTranslate},
+#endif
     {"urls", "list the URLs of all texts of a language", runUrls},
     {"watch", "print texts in the device's language whenever it changes", runWatch},
 };
