@@ -1,5 +1,7 @@
 #include "TextIdTranslation.h"
 
+#include "TextManagerReferenceParameters.h"
+
 #include "ConfigurationAndProcessDataDefinitions.h"
 #include "JsonDataIterator.h"
 #include "SystemInformationManagerDataDefinitions.h"
@@ -57,6 +59,12 @@ QStringList TextIdTranslation::dataTypeNames()
     return names;
 }
 
+TextIdTranslation::TextIdTranslation(const TextManagerReferenceParameters& parameters)
+    : JsonDataIteratorTextIdTranslator(parameters)
+    , m_Parameters(parameters)
+{
+}
+
 void TextIdTranslation::setDataType(const QString& name)
 {
     for (const DataTypeEntry& entry : dataTypes()) {
@@ -93,9 +101,10 @@ void TextIdTranslation::compute(QJsonObject& object, QJsonValue& value)
             textIds.append({textId.toString(), textKey});
     }
     JsonDataIteratorTextIdTranslator::compute(object, value);
-    // A text that is kept, or of a dynamic label, is not empty: this is one that was not found.
     for (const auto& [textId, textKey] : qAsConst(textIds)) {
-        if (!object.value(textKey).toString().isEmpty())
+        // A text that is kept, or of a dynamic label, is not empty; but one that is the text id of
+        // other keys may have been blanked.
+        if (!object.value(textKey).toString().isEmpty() || !m_Parameters.getText(textId).isEmpty())
             continue;
         ++m_MissCount;
         if (m_MissedTextIds.size() < keptTextIds && !m_MissedTextIds.contains(textId))

@@ -15,7 +15,8 @@ public:
     /** The names of the data types, which are those of the library's enumeration. */
     static QStringList dataTypeNames();
 
-    using JsonDataIteratorTextIdTranslator::JsonDataIteratorTextIdTranslator;
+    /** @param parameters stay the caller's and must outlive this object. */
+    explicit TextIdTranslation(const TextManagerReferenceParameters& parameters);
     using JsonDataIteratorTextIdTranslator::setDeleteTextUrl;
 
     /** Looks for the keys of the data type @p name, one of dataTypeNames(). */
@@ -34,6 +35,7 @@ public:
 private:
     void compute(QJsonObject& object, QJsonValue& value) override;
 
+    const TextManagerReferenceParameters& m_Parameters;
     QVector<QPair<QString, QString>> m_Keys; ///< text id key and text key of what is looked for
     qint64 m_MissCount = 0;
     QStringList m_MissedTextIds;
