@@ -12,7 +12,12 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+
+class AnswerMemory;
 class DynamicTextReaderInterface;
+class LanguageFile;
+class TextManagerMemory;
 
 /**
  * Loads the language files of one folder and answers look-ups of texts, short texts and comments by
@@ -29,12 +34,19 @@ class DynamicTextReaderInterface;
  * any thread, except where an operation says that it takes no lock. languageReloaded() is emitted
  * in the thread that calls reloadLanguage(), after the mutex has been released.
  *
+ * **Speed.** Answers are remembered: a text that is asked for again costs one probe of a hash. What
+ * a look-up warns of, it warns of each time. A reload does not parse a file again whose bytes are
+ * still the same. None of this can be told from outside, not even by a subclass that changes the
+ * maps; it must not keep a reference to a document in them across a look-up and change it then.
+ *
  * **Ownership.** The object owns what it loaded, and its handler of dynamic texts, but not the
  * reader that the handler is given. It has no QObject parent.
  */
 class TEXTMANAGERLIBRARY_EXPORT TextManagerBase : public QObject
 {
     Q_OBJECT
+
+    const std::unique_ptr<TextManagerMemory> m_Memory; // guarded by m_Mutex
 
 public:
     /**
@@ -221,6 +233,10 @@ protected:
     DynamicTextHandler m_DynamicTextHandler;       ///< reads dynamic texts; not under the mutex
 
 private:
+    bool readLanguageFile(LanguageFile& file, const QString& filePath, QJsonObject& languageObject);
     QString fullText(const QString& textUrl, bool& ok, const QString& languageKey) const;
+    template<typename LookUp>
+    QString answer(AnswerMemory TextManagerMemory::*kind, const QString& textUrl, bool& ok,
+                   const QString& languageKey, LookUp lookUp) const;
     QJsonObject documentOrFirstFallback(const QString& languageKey) const;
 };

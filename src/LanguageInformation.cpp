@@ -1,12 +1,15 @@
 #include "LanguageInformation.h"
 
 #include "LanguageDefinitions.h"
+#include "LanguageInformation_p.h"
 
 #include <QDebug>
 #include <QStringView>
 
 namespace
 {
+
+thread_local int warningCount = 0;
 
 /** Where the key that starts at @p keyStart ends: at the next separator or with the URL. */
 int endOfKey(const QString& textUrl, int keyStart)
@@ -23,6 +26,11 @@ QString urlFromStoragePath(QString storagePath)
 }
 
 } // namespace
+
+int LanguageInformationWarnings::countInThisThread()
+{
+    return warningCount;
+}
 
 LanguageInformation::~LanguageInformation() = default;
 
@@ -62,6 +70,7 @@ bool LanguageInformation::readJsonValue(const QString& textUrl, const QJsonObjec
             return true;
         }
         if (!value.isObject()) {
+            ++warningCount;
             qWarning() << "Unable to find jsonObject for url:" << textUrl.mid(keyStart);
             return false;
         }
@@ -82,6 +91,7 @@ bool LanguageInformation::readStringValueFromJson(const QString& textUrl, bool& 
     if (!ok)
         return false;
     if (!value.isString()) {
+        ++warningCount;
         qWarning() << "Invalid data type of jsonValue for url:" << textUrl;
         return false;
     }

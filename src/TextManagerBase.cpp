@@ -2,15 +2,14 @@
 
 #include "LanguageDefinitions.h"
 #include "LanguageInformation.h"
+#include "LanguageInformation_p.h"
+#include "TextManagerMemory_p.h"
 
 #include "PropertyManagerConst.h"
 
 #include <QDebug>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QJsonDocument>
-#include <QJsonParseError>
 #include <QMutexLocker>
 
 namespace
@@ -37,7 +36,8 @@ QString headerKey(TextManagerDefinitions::HeaderInfo headerInfo)
 
 TextManagerBase::TextManagerBase(const QString& languagePath, const QString& languageName,
                                  const QString& shortLanguageFolder)
-    : m_StrLanguagePath(languagePath)
+    : m_Memory(std::make_unique<TextManagerMemory>())
+    , m_StrLanguagePath(languagePath)
     , m_StrLanguageName(languageName)
     , m_Mutex(QMutex::Recursive)
     , m_StrShortLanguageFolder(shortLanguageFolder)
@@ -48,7 +48,8 @@ TextManagerBase::TextManagerBase(const QString& languagePath, const QString& lan
 }
 
 TextManagerBase::TextManagerBase(const QString& languageName, QJsonObject& languageObject)
-    : m_DynamicTextHandler(nullptr)
+    : m_Memory(std::make_unique<TextManagerMemory>())
+    , m_DynamicTextHandler(nullptr)
 {
     m_LanguageMap.insert(languageName, languageObject);
 }
@@ -58,6 +59,7 @@ TextManagerBase::~TextManagerBase() = default;
 void TextManagerBase::loadLanguages()
 {
     const QMutexLocker locker(&m_Mutex);
+    m_Memory->forgetAnswers(); // else the old documents would live on beside the new ones
     addLanguage(m_StrLanguagePath, m_LanguageMap);
     addLanguage(getShortLanguageFilepath(), m_ShortLanguageMap);
 }
@@ -72,32 +74,25 @@ void TextManagerBase::addLanguage(const QString& folderPath,
     // which stands for the current directory here.
     const QDir folder(folderPath);
     const QFileInfoList entries = folder.entryInfoList(nameFilters, QDir::NoFilter, QDir::NoSort);
+    TextManagerMemory::Files unknownFiles;
+    TextManagerMemory::Files& files = &languageMap == &m_LanguageMap        ? m_Memory->files
+                                      : &languageMap == &m_ShortLanguageMap ? m_Memory->shortFiles
+                                                                            : unknownFiles;
     for (const QFileInfo& entry : entries) {
+        const QString languageKey = entry.baseName();
         QJsonObject languageObject;
-        if (loadAndParseFromJson(entry.filePath(), languageObject))
-            languageMap.insert(entry.baseName(), languageObject);
+        if (readLanguageFile(files[languageKey], entry.filePath(), languageObject))
+            languageMap.insert(languageKey, languageObject);
+        else
+            files.remove(languageKey);
     }
 }
 
 bool TextManagerBase::loadAndParseFromJson(const QString& filePath, QJsonObject& languageObject)
 {
     const QMutexLocker locker(&m_Mutex);
-    QFile file(filePath);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return false;
-    const QByteArray bytes = file.readAll();
-    file.close();
-
-    QJsonParseError parseError;
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &parseError);
-    if (parseError.error != QJsonParseError::NoError)
-        return false;
-
-    languageObject = document.object();
-    const bool hasContent = languageObject.contains(LanguageDefinitions::getJsonContentName());
-    if (!hasContent)
-        qWarning() << "No 'Content'-key found in language file:" << filePath;
-    return hasContent;
+    LanguageFile file;
+    return readLanguageFile(file, filePath, languageObject);
 }
 
 QString TextManagerBase::getLanguageFileNameFromLanguageName(const QString& languageName) const
@@ -139,8 +134,8 @@ QString TextManagerBase::getText(const QString& textUrl, bool& ok, const QString
                                  bool skipLanguageSelection) const
 {
     const QMutexLocker locker(&m_Mutex);
-    return fullText(textUrl, ok,
-                    skipLanguageSelection ? languageKey : selectSuitableLanguageKey(languageKey));
+    const bool isCurrentLanguageMeant = languageKey.isEmpty() && !skipLanguageSelection;
+    return fullText(textUrl, ok, isCurrentLanguageMeant ? m_StrLanguageName : languageKey);
 }
 
 QString TextManagerBase::getText(const QString& textUrl, const QString& languageKey) const
@@ -154,14 +149,16 @@ QString TextManagerBase::getShortText(const QString& textUrl, bool& ok,
 {
     const QMutexLocker locker(&m_Mutex);
     const QString key = selectSuitableLanguageKey(languageKey);
-    const QString shortText = getObjectFromMap(m_ShortLanguageMap, textUrl, ok, key,
-                                               LanguageDefinitions::getJsonContentName(),
-                                               LanguageDefinitions::getJsonTextName());
-    if (!shortText.isEmpty())
-        return shortText;
-    // Not getText(): it would take the mutex again, which blocks on an object built in memory.
-    bool isFullTextFound = false;
-    return fullText(textUrl, isFullTextFound, key);
+    return answer(&TextManagerMemory::shortTexts, textUrl, ok, key, [&] {
+        const QString shortText = getObjectFromMap(m_ShortLanguageMap, textUrl, ok, key,
+                                                   LanguageDefinitions::getJsonContentName(),
+                                                   LanguageDefinitions::getJsonTextName());
+        if (!shortText.isEmpty())
+            return shortText;
+        // Not getText(): it would take the mutex again, which blocks on an object built in memory.
+        bool isFullTextFound = false;
+        return fullText(textUrl, isFullTextFound, key);
+    });
 }
 
 QString TextManagerBase::getShortText(const QString& textUrl, const QString& languageKey) const
@@ -261,12 +258,45 @@ QString TextManagerBase::getTextOrComment(const QMap<QString, QJsonObject>& lang
     return result;
 }
 
+bool TextManagerBase::readLanguageFile(LanguageFile& file, const QString& filePath,
+                                       QJsonObject& languageObject)
+{
+    const std::optional<QJsonObject> document = file.read(filePath);
+    if (!document)
+        return false;
+    languageObject = *document;
+    const bool hasContent = languageObject.contains(LanguageDefinitions::getJsonContentName());
+    if (!hasContent)
+        qWarning() << "No 'Content'-key found in language file:" << filePath;
+    return hasContent;
+}
+
 QString TextManagerBase::fullText(const QString& textUrl, bool& ok,
                                   const QString& languageKey) const
 {
-    return getTextOrComment(m_LanguageMap, textUrl, ok, languageKey,
-                            LanguageDefinitions::getJsonContentName(),
-                            LanguageDefinitions::getJsonTextName());
+    return answer(&TextManagerMemory::texts, textUrl, ok, languageKey, [&] {
+        return getTextOrComment(m_LanguageMap, textUrl, ok, languageKey,
+                                LanguageDefinitions::getJsonContentName(),
+                                LanguageDefinitions::getJsonTextName());
+    });
+}
+
+template<typename LookUp>
+QString TextManagerBase::answer(AnswerMemory TextManagerMemory::*kind, const QString& textUrl,
+                                bool& ok, const QString& languageKey, LookUp lookUp) const
+{
+    m_Memory->keepAnswersOnlyFor(m_LanguageMap, m_ShortLanguageMap);
+    AnswerMemory& memory = (*m_Memory).*kind;
+    if (const Answer* remembered = memory.find(languageKey, textUrl)) {
+        ok = remembered->ok;
+        return remembered->text;
+    }
+    // What was warned of has to be warned of each time, so it is looked up each time.
+    const int warningsBefore = LanguageInformationWarnings::countInThisThread();
+    const QString text = lookUp();
+    if (LanguageInformationWarnings::countInThisThread() == warningsBefore)
+        memory.remember(languageKey, textUrl, {text, ok}, m_LanguageMap.contains(languageKey));
+    return text;
 }
 
 QJsonObject TextManagerBase::documentOrFirstFallback(const QString& languageKey) const

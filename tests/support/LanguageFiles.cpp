@@ -15,11 +15,15 @@ QString LanguageFiles::file(const QString& name) const
 
 void LanguageFiles::write(const QString& name, const QByteArray& bytes) const
 {
-    const QString filePath = file(name);
-    QFile file(filePath);
-    if (!QDir().mkpath(QFileInfo(filePath).path()) || !file.open(QIODevice::WriteOnly) ||
+    writePath(file(name), bytes);
+}
+
+void LanguageFiles::writePath(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    if (!QDir().mkpath(QFileInfo(path).path()) || !file.open(QIODevice::WriteOnly) ||
         file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qPrintable(filePath));
+        qFatal("cannot write %s", qPrintable(path));
 }
 
 void LanguageFiles::write(const QString& name, const QJsonObject& document) const

@@ -16,6 +16,8 @@ public:
     /** Writes a file, its sub-folder too; the extension is added to @p name. */
     void write(const QString& name, const QByteArray& bytes) const;
     void write(const QString& name, const QJsonObject& document) const;
+    /** Writes a file whose path is given whole. */
+    static void writePath(const QString& path, const QByteArray& bytes);
     void remove(const QString& name) const;
 
 private:

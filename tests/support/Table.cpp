@@ -42,5 +42,5 @@ QString cell(const QString& column)
     QFETCH(Row, row);
     if (!row.contains(column))
         qFatal("a test's own table has no column %s", qPrintable(column));
-    return QString(row.value(column)).replace("\\n", "\n");
+    return QString(row.value(column)).replace("\\n", "\n").replace("\\r", "\r");
 }

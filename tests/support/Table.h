@@ -8,5 +8,5 @@
  */
 void addTable(const char* table);
 
-/** The current row's cell in a column; "\n" in it stands for a line break. */
+/** The current row's cell in a column; "\n" and "\r" in it stand for what they are in C++. */
 QString cell(const QString& column);

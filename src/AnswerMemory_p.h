@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QHash>
+#include <QPair>
+#include <QString>
+
+#include <array>
+
+/** What a look-up by text URL came to. */
+struct Answer {
+    QString text;
+    bool ok = false;
+};
+
+/**
+ * Answers of one kind of look-up by language and text URL, so that a text that is asked for again
+ * costs one probe of a hash instead of a walk through documents.
+ *
+ * Its size is bounded whatever is asked for. Texts of loaded languages are all kept: there are no
+ * more of them than the documents hold. Of everything else (texts that are missing, languages that
+ * are not loaded), which a client could make up without end, only so many are kept, none of them
+ * with an overlong URL.
+ */
+class AnswerMemory
+{
+public:
+    /** The remembered answer, until the next call of any operation; null when there is none. */
+    const Answer* find(const QString& languageKey, const QString& textUrl)
+    {
+        if (const AnswersByUrl* texts = findTexts(languageKey)) {
+            const auto text = texts->constFind(textUrl);
+            if (text != texts->constEnd())
+                return &text.value();
+        }
+        return findOther(languageKey, textUrl);
+    }
+    void remember(const QString& languageKey, const QString& textUrl, const Answer& answer,
+                  bool isLanguageLoaded);
+    void clear();
+
+private:
+    using AnswersByUrl = QHash<QString, Answer>;
+
+    /** Where the texts of a language were found last, so that they are found without a hash. */
+    struct RecentLanguage {
+        QString key;
+        const AnswersByUrl* texts = nullptr;
+    };
+
+    const AnswersByUrl* findTexts(const QString& languageKey)
+    {
+        const RecentLanguage& recent = recentSlot(languageKey);
+        return recent.texts != nullptr && recent.key == languageKey ? recent.texts
+                                                                    : findTextsAnew(languageKey);
+    }
+    RecentLanguage& recentSlot(const QString& languageKey)
+    {
+        // Languages differ in their first letters: de_DE, en_US, fr_FR.
+        const unsigned first = languageKey.isEmpty() ? 0 : languageKey.at(0).unicode();
+        return m_RecentLanguages[first % m_RecentLanguages.size()];
+    }
+    const AnswersByUrl* findTextsAnew(const QString& languageKey);
+    const Answer* findOther(const QString& languageKey, const QString& textUrl) const;
+
+    QHash<QString, AnswersByUrl> m_Texts;
+    QHash<QPair<QString, QString>, Answer> m_Others;
+    std::array<RecentLanguage, 16> m_RecentLanguages;
+};

@@ -1,0 +1,46 @@
+#include "LanguageFile_p.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonParseError>
+
+#define XXH_INLINE_ALL
+#include <xxhash.h>
+
+#include <algorithm>
+#include <iterator>
+
+std::optional<QJsonObject> LanguageFile::read(const QString& filePath)
+{
+    QFile file(filePath);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QByteArray bytes = file.readAll();
+    file.close();
+
+    const Digest digest = digestOf(bytes);
+    if (filePath == m_StrFilePath && digest == m_Digest)
+        return m_Document;
+
+    // What QIODevice::Text does, which takes longer to find that there is nothing to do.
+    if (bytes.contains('\r'))
+        bytes.replace('\r', QByteArray());
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError)
+        return std::nullopt;
+    m_StrFilePath = filePath;
+    m_Digest = digest;
+    m_Document = document.object();
+    return m_Document;
+}
+
+LanguageFile::Digest LanguageFile::digestOf(const QByteArray& bytes)
+{
+    XXH128_canonical_t canonical;
+    XXH128_canonicalFromHash(
+        &canonical, XXH3_128bits(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    Digest digest;
+    std::copy(std::begin(canonical.digest), std::end(canonical.digest), digest.begin());
+    return digest;
+}

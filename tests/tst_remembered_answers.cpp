@@ -1,0 +1,141 @@
+#include "LanguageFiles.h"
+#include "WarningCapture.h"
+
+#include "TextManagerBase.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QTest>
+
+#include <random>
+
+namespace
+{
+
+/** A text manager that also looks up as if nothing were remembered, and lends its maps. */
+class OpenTextManager : public TextManagerBase
+{
+public:
+    using TextManagerBase::m_LanguageMap;
+    using TextManagerBase::m_ShortLanguageMap;
+    using TextManagerBase::TextManagerBase;
+
+    QString getTextPlainly(const QString& url, bool& ok, const QString& key) const
+    {
+        return getTextOrComment(m_LanguageMap, url, ok, key, "Content", "text");
+    }
+    QString getShortTextPlainly(const QString& url, bool& ok, const QString& key) const
+    {
+        const QString text = getObjectFromMap(m_ShortLanguageMap, url, ok, key, "Content", "text");
+        bool isFullTextOk = false;
+        return text.isEmpty() ? getTextPlainly(url, isFullTextOk, key) : text;
+    }
+};
+
+const QStringList languages = {"de_DE", "en_US", "POSIX", "xx_XX"};
+const QStringList keys = {"A", "B", "", "text"};
+
+int residentMegabytes()
+{
+    QFile statm("/proc/self/statm");
+    return statm.open(QIODevice::ReadOnly) ? statm.readAll().split(' ').at(1).toInt() / 256 : 0;
+}
+
+} // namespace
+
+class RememberedAnswersTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void answersAsIfNothingWereRemembered();
+    void takesNoMoreMemoryForMadeUpUrls();
+
+private:
+    int below(int limit) { return std::uniform_int_distribution<>(0, limit - 1)(m_Random); }
+    QString any(const QStringList& list) { return list.at(below(list.size())); }
+    QJsonValue randomNode(int depth);
+    QJsonObject randomDocument() { return {{"Content", randomNode(0)}}; }
+    void changeSomething(const LanguageFiles& files, OpenTextManager& manager);
+
+    std::mt19937 m_Random;
+};
+
+/** A node with texts, empty texts, numbers for texts, and faults in its structure. */
+QJsonValue RememberedAnswersTest::randomNode(int depth)
+{
+    const QJsonValue texts[] = {QString::number(m_Random()), "new", "", 7, QJsonValue::Undefined};
+    QJsonObject node{{"comment", "c"}, {"text", texts[below(5)]}};
+    QJsonObject childs;
+    for (const QString& key : keys) {
+        if (depth < 2 && below(2) == 0)
+            childs.insert(key, below(12) == 0 ? "a leaf in the way" : randomNode(depth + 1));
+    }
+    if (!childs.isEmpty())
+        node.insert("childs", childs);
+    return depth == 0 ? childs : node;
+}
+
+/** Changes a file, or a map itself, or nothing, and may reload. */
+void RememberedAnswersTest::changeSomething(const LanguageFiles& files, OpenTextManager& manager)
+{
+    const QString language = any(languages);
+    const QByteArray contents[] = {QJsonDocument(randomDocument()).toJson(), "{\"Content\": {",
+                                   "{\"Content\": {\"A\": {\"text\": \"two\r\nlines\"}}}"};
+    if (below(2) == 0)
+        files.write(any({"", "short/"}) + language, contents[below(3)]);
+    if (below(8) == 0)
+        QFile::remove(files.file(language));
+    if (below(4) == 0)
+        manager.m_LanguageMap[language] = randomDocument();
+    if (below(4) == 0)
+        manager.m_ShortLanguageMap[language] = randomDocument();
+    if (below(8) == 0)
+        manager.m_LanguageMap.remove(language);
+    if (below(2) == 0)
+        manager.reloadLanguage();
+}
+
+void RememberedAnswersTest::answersAsIfNothingWereRemembered()
+{
+    const LanguageFiles files;
+    OpenTextManager manager(files.path(), "de_DE", "short");
+    WarningCapture capture;
+    const auto outcome = [&](auto lookUp) {
+        capture.take();
+        bool ok = false;
+        const QString text = lookUp(ok);
+        return QStringList{text, ok ? "ok" : "not ok"} + capture.take();
+    };
+
+    for (int round = 0; round < 1000; ++round) {
+        changeSomething(files, manager);
+        for (int count = 0; count < 60; ++count) {
+            const QString url =
+                QStringList{any(keys), any(keys), any(keys)}.mid(below(3)).join('/');
+            const QString key = any(languages);
+            QCOMPARE(outcome([&](bool& ok) { return manager.getShortText(url, ok, key); }),
+                     outcome([&](bool& ok) { return manager.getShortTextPlainly(url, ok, key); }));
+            QCOMPARE(outcome([&](bool& ok) { return manager.getText(url, ok, key, true); }),
+                     outcome([&](bool& ok) { return manager.getTextPlainly(url, ok, key); }));
+        }
+    }
+}
+
+void RememberedAnswersTest::takesNoMoreMemoryForMadeUpUrls()
+{
+    QJsonObject document = randomDocument();
+    const TextManagerBase manager("de_DE", document);
+    const int before = residentMegabytes();
+    bool ok = false;
+    for (int count = 0; count < 200'000; ++count) {
+        const QString made = QString::number(count).rightJustified(250, 'x');
+        manager.getText(made, ok, "de_DE", false);
+        manager.getText("A", ok, made, false);
+        manager.getShortText(made, ok, made);
+    }
+    QVERIFY2(residentMegabytes() - before < 60, qPrintable(QString::number(residentMegabytes())));
+}
+
+QTEST_GUILESS_MAIN(RememberedAnswersTest)
+#include "tst_remembered_answers.moc"
