@@ -11,55 +11,51 @@
 namespace
 {
 
-/** @p value is null afterwards: while two share a container, a change to one copies it. */
-template<typename Value>
-QJsonValue takeOut(Value&& value)
-{
-    const QJsonValue taken = value;
-    value = QJsonValue();
-    return taken;
-}
-
 /** An object or array on the way from the top to where the walk is. */
 class Level
 {
 public:
-    explicit Level(QJsonValue container)
+    explicit Level(const QJsonValue& container)
         : m_IsObject(container.isObject())
+        , m_Object(container.toObject())
+        , m_Array(container.toArray())
     {
-        if (m_IsObject)
-            m_Object = std::exchange(container, QJsonValue()).toObject();
-        else
-            m_Array = std::exchange(container, QJsonValue()).toArray();
     }
 
     QJsonObject* object() { return m_IsObject ? &m_Object : nullptr; }
+    QJsonValue toValue() const { return m_IsObject ? QJsonValue(m_Object) : QJsonValue(m_Array); }
 
-    /** Goes on to the next member that is a container. @return whether there is one. */
-    bool goOn()
+    /** Takes out the next member that is a container and leaves null there: while two share a
+     * container, a change to it copies it. Undefined when there is no such member any more. */
+    QJsonValue takeNext()
     {
         const int size = m_IsObject ? m_Object.size() : m_Array.size();
         while (++m_Index < size) {
-            const QJsonValue::Type type = member().type();
-            if (type == QJsonValue::Object || type == QJsonValue::Array)
-                return true;
+            QJsonValue member = memberAt(m_Index);
+            if (member.isObject() || member.isArray()) {
+                putBack(QJsonValue());
+                return member;
+            }
         }
-        return false;
+        return QJsonValue::Undefined;
     }
 
-    /** The member that the walk is at. */
-    QJsonValueRef member()
+    /** Puts @p member where takeNext() took one out. */
+    void putBack(const QJsonValue& member)
     {
-        return m_IsObject ? (m_Object.begin() + m_Index).value() : m_Array[m_Index];
+        if (m_IsObject)
+            (m_Object.begin() + m_Index).value() = member;
+        else
+            m_Array[m_Index] = member;
     }
 
-    /** The first member, whatever it is. */
-    QJsonValue first() const { return m_IsObject ? m_Object.begin().value() : m_Array.first(); }
-
-    QJsonValue toValue() const { return m_IsObject ? QJsonValue(m_Object) : QJsonValue(m_Array); }
+    QJsonValue memberAt(int index) const
+    {
+        return m_IsObject ? (m_Object.begin() + index).value() : m_Array.at(index);
+    }
 
 private:
-    const bool m_IsObject;
+    bool m_IsObject;
     QJsonObject m_Object;
     QJsonArray m_Array;
     int m_Index = -1;
@@ -73,20 +69,21 @@ QJsonValue JsonDataIterator::iterate(QJsonValue& data, JsonDataIteratorObjectBas
     // Levels in place of recursion, whose depth would be that of the data. Below the data there is
     // one that holds nothing else, so that the data themselves are a member as well.
     std::vector<Level> levels;
-    levels.emplace_back(QJsonArray{takeOut(data)});
+    levels.emplace_back(QJsonArray{std::exchange(data, QJsonValue())});
     while (true) {
-        if (levels.back().goOn()) {
-            levels.emplace_back(takeOut(levels.back().member()));
+        QJsonValue next = levels.back().takeNext();
+        if (!next.isUndefined()) {
+            levels.emplace_back(std::exchange(next, QJsonValue()));
             if (QJsonObject* entered = levels.back().object())
                 object.compute(*entered, value);
         } else if (levels.size() > 1) {
-            const QJsonValue left = levels.back().toValue();
+            next = levels.back().toValue();
             levels.pop_back();
-            levels.back().member() = left;
+            levels.back().putBack(next);
         } else {
             break;
         }
     }
-    data = levels.front().first();
+    data = levels.front().memberAt(0);
     return value;
 }
