@@ -35,7 +35,9 @@ public:
     TextManagerReferenceParameters(const TextManagerBase& textManager, const QString& language);
     virtual ~TextManagerReferenceParameters();
 
+    /** The text manager to read from. */
     const TextManagerBase& getTextManager() const;
+    /** The key of the language to read in, as the constructor was given it. */
     QString getLanguage() const;
 
     /** Sets what getText() reads. Deliberately unchecked: getText() warns. */

@@ -19,8 +19,4 @@ public:
      * @param value goes through the whole walk: what one call leaves in it, the next one finds.
      */
     virtual void compute(QJsonObject& object, QJsonValue& value) = 0;
-
-protected:
-    JsonDataIteratorObjectBase(const JsonDataIteratorObjectBase& other) = default;
-    JsonDataIteratorObjectBase& operator=(const JsonDataIteratorObjectBase& other) = default;
 };
