@@ -8,14 +8,19 @@
 #include "SelectorUrlHandler.h"
 #include "TextManager.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QMetaMethod>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
-#include <QThread>
 
-#include <csignal>
 #include <future>
+#include <thread>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace
 {
@@ -24,18 +29,6 @@ using Connector = ConfigurationFileHandlerDBusConnector;
 
 const QString invalidPointer = "Invalid pointer to connector!";
 const QString readError = "Received error on reading configuration setting for language: \"";
-
-/** The text A in each language, named by it, and one short text. */
-class Languages : public LanguageFiles
-{
-public:
-    Languages()
-    {
-        for (const QByteArray key : {"de_DE", "en_US", "fr_FR", "ja_JP"})
-            write(key, R"({"Content": {"A": {"text": ")" + key + R"("}}})");
-        write("short/de_DE", R"({"Content": {"A": {"text": "short"}}})");
-    }
-};
 
 class ReachableTextManager : public TextManager
 {
@@ -49,6 +42,24 @@ QString currentText(const TextManager& manager)
     return manager.getText("A", QString());
 }
 
+/** textmanager watch, on a bus of its own choice. */
+void startWatch(QProcess& watch, const QString& path, const QString& bus)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", bus);
+    watch.setProcessEnvironment(environment);
+    watch.start(TEXTMANAGER_PROGRAM, {"watch", path, "A", "--format", "json"});
+}
+
+/** The next answer of textmanager watch: the current language and the text. */
+QString nextAnswer(QProcess& watch)
+{
+    while (!watch.canReadLine() && watch.waitForReadyRead()) {
+    }
+    const QJsonObject answer = parseObject(watch.readLine());
+    return answer["currentLanguage"].toString() + ": " + answer["text"].toString();
+}
+
 } // namespace
 
 class DeviceLanguageTest : public QObject
@@ -56,6 +67,7 @@ class DeviceLanguageTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void answersWithoutAService();
     void readsTheLanguage_data();
     void readsTheLanguage();
@@ -63,29 +75,39 @@ private Q_SLOTS:
     void reloadsAlsoWhatCannotBeRead();
     void outlivesTheService();
     void isNotHeldUpByAServiceThatHangs();
-    void followsInItsOwnThread();
+    void isNotHeldUpByABusThatHangs();
     void describesItself();
     void readsAndStoresDynamicTexts();
     void parsesSelectorUrls_data();
     void parsesSelectorUrls();
-    void changesNothingThatCannotBeStored();
     void refusesFaultyFiles_data();
     void refusesFaultyFiles();
     void watches();
+
+private:
+    const LanguageFiles m_Files; ///< the text A in four languages, named by them, and a short one
 };
+
+void DeviceLanguageTest::initTestCase()
+{
+    for (const QByteArray key : {"de_DE", "en_US", "fr_FR", "ja_JP"})
+        m_Files.write(key, R"({"Content": {"A": {"text": ")" + key + R"("}}})");
+    m_Files.write("short/de_DE", R"({"Content": {"A": {"text": "short"}}})");
+    // Without a status display a text manager looks there for short texts.
+    QVERIFY(QDir::setCurrent(m_Files.path() + "short"));
+}
 
 void DeviceLanguageTest::answersWithoutAService()
 {
-    const Languages files;
     WarningCapture capture;
-    const TextManager unnamed(files.path(), QString());
+    const TextManager unnamed(m_Files.path(), QString());
     QCOMPARE(capture.take(), QStringList({invalidPointer, invalidPointer}));
     QCOMPARE(unnamed.getLanguageName(), QString());
     QCOMPARE(currentText(unnamed), "en_US");
 
-    const TextManager named(files.path(), "de_DE");
+    const TextManager named(m_Files.path(), "de_DE");
     QCOMPARE(capture.take(), QStringList(invalidPointer));
-    QCOMPARE(named.getShortText("A", QString()), "de_DE"); // nobody told of a status display
+    QCOMPARE(currentText(named), "de_DE");
 }
 
 void DeviceLanguageTest::readsTheLanguage_data()
@@ -95,7 +117,6 @@ void DeviceLanguageTest::readsTheLanguage_data()
         "a/b/c"           | c        |
         "Languages/"      |          |
         7                 | 7        |
-        true              | true     |
         null              |          | QVariant(Invalid)
         ["de_DE"]         |          | QVariant(QVariantList, (QVariant(QString, "de_DE")))
         {"a": [0.5]}      |          | QVariant(QVariantMap, QMap(("a", QVariant(QVariantList, (QVariant(double, 0.5))))))
@@ -105,21 +126,17 @@ void DeviceLanguageTest::readsTheLanguage_data()
 void DeviceLanguageTest::readsTheLanguage()
 {
     DeviceService device(DeviceService::withLanguage(cell("value").toUtf8()));
-    device.startService();
     WarningCapture capture;
     const TextManager manager{QString(), QString()};
     QCOMPARE(manager.getLanguageName(), cell("language"));
-    const QString warning = "Error on converting language name to string: %1 !";
-    QCOMPARE(capture.take(),
-             cell("warning").isEmpty() ? QStringList() : QStringList(warning.arg(cell("warning"))));
+    QStringList warnings("Error on converting language name to string: " + cell("warning") + " !");
+    QCOMPARE(capture.take(), cell("warning").isEmpty() ? QStringList() : warnings);
 }
 
 void DeviceLanguageTest::followsTheSettings()
 {
-    const Languages files;
     DeviceService device(DeviceService::withLanguage("\"Languages/de_DE\""));
-    device.startService();
-    const TextManager manager(files.path(), QString());
+    TextManager manager(m_Files.path(), QString());
     QSignalSpy reloads(&manager, &TextManager::languageReloaded);
     QCOMPARE(manager.getShortText("A", QString()), "short");
 
@@ -133,17 +150,20 @@ void DeviceLanguageTest::followsTheSettings()
     DeviceService::tell("announceConfigurationDataChange");
     QVERIFY(reloads.wait());
     QCOMPARE(reloads.size(), 2);
+
+    device.removeFolder(); // what cannot be stored changes nothing
+    const QString answer = DeviceService::setLanguage("fr_FR");
+    QVERIFY2(answer.contains("Interface.Configuration.Error.NotStored"), qPrintable(answer));
+    QCOMPARE(manager.retrieveLanguageName(), "ja_JP");
 }
 
 void DeviceLanguageTest::reloadsAlsoWhatCannotBeRead()
 {
     DeviceService device(R"({"statusDisplay": {"available": false, "folder": "short"}})");
-    device.startService();
-    const Languages files;
     WarningCapture capture;
-    const TextManager manager(files.path(), "de_DE");
+    const TextManager manager(m_Files.path(), "fr_FR");
     QCOMPARE(capture.take(), QStringList()); // not asked for the language
-    QCOMPARE(manager.getShortText("A", QString()), "de_DE");
+    QCOMPARE(manager.getShortLanguageFilepath(), QString());
 
     QSignalSpy reloads(&manager, &TextManager::languageReloaded);
     DeviceService::tell("announceConfigurationDataChange");
@@ -156,22 +176,18 @@ void DeviceLanguageTest::reloadsAlsoWhatCannotBeRead()
 
 void DeviceLanguageTest::outlivesTheService()
 {
-    const Languages files;
     DeviceService device(DeviceService::withLanguage("\"de_DE\""));
-    device.startService();
-    TextManager manager(files.path(), QString());
+    TextManager manager(m_Files.path(), QString());
     QSignalSpy reloads(&manager, &TextManager::languageReloaded);
 
     device.end(SIGKILL);
     WarningCapture capture;
     QCOMPARE(manager.retrieveLanguageName(), QString());
     const QStringList warnings = capture.take();
-    QVERIFY2(warnings.size() == 1 && warnings.first().startsWith(readError),
-             qPrintable(warnings.join('\n')));
+    QVERIFY(warnings.size() == 1 && warnings.first().startsWith(readError));
     QCOMPARE(currentText(manager), "de_DE");
 
-    device.write(DeviceService::withLanguage("\"fr_FR\""));
-    device.startService();
+    device.restart(DeviceService::withLanguage("\"fr_FR\""));
     QVERIFY(reloads.wait()); // its return is a change
     QCOMPARE(currentText(manager), "fr_FR");
     DeviceService::setLanguage("ja_JP");
@@ -181,10 +197,8 @@ void DeviceLanguageTest::outlivesTheService()
 
 void DeviceLanguageTest::isNotHeldUpByAServiceThatHangs()
 {
-    const Languages files;
     DeviceService device(DeviceService::withLanguage("\"de_DE\""));
-    device.startService();
-    ReachableTextManager manager(files.path(), QString());
+    ReachableTextManager manager(m_Files.path(), QString());
     WarningCapture capture;
     QElapsedTimer timer;
 
@@ -194,8 +208,7 @@ void DeviceLanguageTest::isNotHeldUpByAServiceThatHangs()
     QTRY_VERIFY(!manager.m_Mutex.tryLock() || (manager.m_Mutex.unlock(), false)); // held meanwhile
     QCOMPARE(currentText(manager), "de_DE");
     QCOMPARE(language.get(), QString());
-    const TextManager another(files.path(), QString());
-    QCOMPARE(currentText(another), "en_US");
+    const TextManager another(m_Files.path(), QString());
     QVERIFY2(timer.elapsed() < 6000, qPrintable(QString::number(timer.elapsed()))); // three calls
     QCOMPARE(capture.take().size(), 2);
 
@@ -203,46 +216,40 @@ void DeviceLanguageTest::isNotHeldUpByAServiceThatHangs()
     QCOMPARE(manager.retrieveLanguageName(), "de_DE");
 }
 
-void DeviceLanguageTest::followsInItsOwnThread()
+void DeviceLanguageTest::isNotHeldUpByABusThatHangs()
 {
-    DeviceService device(DeviceService::withLanguage("\"de_DE\""));
-    device.startService();
-    auto manager = std::make_unique<TextManager>(QString(), QString());
-    QThread thread;
-    thread.start();
-    manager->moveToThread(&thread); // its connector stays behind
-    QObject::connect(&thread, &QThread::finished, manager.get(), [&] { manager.reset(); });
-
-    std::atomic<QThread*> reloadedIn{nullptr};
-    QObject::connect(manager.get(), &TextManager::languageReloaded, manager.get(),
-                     [&] { reloadedIn = QThread::currentThread(); });
-    DeviceService::setLanguage("fr_FR");
-    QTRY_COMPARE(reloadedIn.load(), &thread);
-    thread.quit();
-    QVERIFY(thread.wait());
-    QVERIFY(!manager);
+    const QByteArray path = m_Files.path().toUtf8() + "bus";
+    sockaddr_un address{AF_UNIX, {}};
+    qstrncpy(address.sun_path, path, sizeof(address.sun_path));
+    const int bus = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0); // takes calls, answers none
+    QCOMPARE(bind(bus, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    QCOMPARE(listen(bus, 1), 0);
+    QProcess watch;
+    startWatch(watch, m_Files.path(), "unix:path=" + path);
+    QVERIFY(watch.waitForReadyRead(10'000));
+    QCOMPARE(nextAnswer(watch), ": en_US");
+    close(bus);
+    watch.terminate();
+    QVERIFY(watch.waitForFinished());
+    QVERIFY(watch.readAllStandardError().contains(invalidPointer.toUtf8()));
 }
 
 void DeviceLanguageTest::describesItself()
 {
     const QMetaObject& meta = TextManager::staticMetaObject;
-    QStringList methods;
-    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
-        const QMetaMethod method = meta.method(index);
-        methods << method.methodSignature() + (method.access() == QMetaMethod::Public ? "+" : "-") +
-                       method.parameterNames().join();
-    }
-    QCOMPARE(methods, QStringList({"configurationChanged()+",
-                                   "deviceManagerConfigurationChanged(QString)-strInstanceName"}));
+    QCOMPARE(meta.methodCount(), meta.methodOffset() + 2);
+    QCOMPARE(meta.method(meta.methodOffset()).methodSignature(), "configurationChanged()");
+    const QMetaMethod second = meta.method(meta.methodOffset() + 1);
+    QCOMPARE(second.methodSignature(), "deviceManagerConfigurationChanged(QString)");
+    QCOMPARE(second.parameterNames(), QList<QByteArray>{"strInstanceName"});
+    QCOMPARE(second.access(), QMetaMethod::Private);
 }
 
 void DeviceLanguageTest::readsAndStoresDynamicTexts()
 {
     DeviceService device(R"({"dynamicTexts": {"I": {"U[1]": {"Device": {"de_DE": "Ä"}}}}})");
-    QVERIFY(!Connector::createAndConnect("DeviceManager", "Configuration"));
-    device.startService();
     QVERIFY(!Connector::createAndConnect("no module", "Configuration"));
-    const auto connector = Connector::createAndConnect("DeviceManager", "Configuration");
+    auto connector = Connector::createAndConnect("DeviceManager", "Configuration");
     DBusReply reply;
     QVERIFY(reply.isError());
     std::thread([&] { reply = connector->getDynamicText("I", "U[1]", "Device", "de_DE"); }).join();
@@ -254,9 +261,14 @@ void DeviceLanguageTest::readsAndStoresDynamicTexts()
                                            "variant:string:夜"});
     QVERIFY(changes.wait());
     QCOMPARE(device.end(SIGINT), 0);
-    device.startService(); // it reads what it wrote
+    device.restart(); // it reads what it wrote
     QCOMPARE(connector->getDynamicText("I", "U", "Device", "ja_JP").getValue(), "夜");
     QCOMPARE(connector->getDynamicText("I", "U[1]", "Device", "de_DE").getValue(), "Ä");
+
+    const QPointer<Connector> remains(connector.data());
+    std::thread([&] { connector.reset(); }).join();
+    QVERIFY(remains); // a signal may just be delivered to it in its own thread
+    QTRY_VERIFY(!remains);
 }
 
 void DeviceLanguageTest::parsesSelectorUrls_data()
@@ -264,13 +276,11 @@ void DeviceLanguageTest::parsesSelectorUrls_data()
     addTable(R"(url            | parts
         DM:Conf:In/st:Pfad ä   | DM,Conf,In/st,Pfad ä
         DM:Conf:Inst:Pa/th[12] | DM,Conf,Inst,Pa/th[12]
-                               | ,,,
         DM:Conf:Inst           | ,,,
         DM::Inst:Path          | ,,,
         D.M:Conf:Inst:Path     | ,,,
         DM:Conf:In//st:Path    | ,,,
         DM:Conf:Inst:Path[x]   | ,,,
-        DM:Conf:Inst:Path:more | ,,,
     )");
 }
 
@@ -283,73 +293,44 @@ void DeviceLanguageTest::parsesSelectorUrls()
     QCOMPARE(handler.isValid(), cell("parts") != ",,,");
 }
 
-void DeviceLanguageTest::changesNothingThatCannotBeStored()
-{
-    DeviceService device(DeviceService::withLanguage("\"de_DE\""));
-    device.startService();
-    TextManager manager{QString(), QString()};
-    device.removeFolder();
-    const QString answer = DeviceService::setLanguage("ja_JP");
-    QVERIFY2(answer.contains("Interface.Configuration.Error.NotStored"), qPrintable(answer));
-    QCOMPARE(manager.retrieveLanguageName(), "de_DE");
-}
-
 void DeviceLanguageTest::refusesFaultyFiles_data()
 {
     addTable(R"(json                           | fault
-        {\n  "configuration": {,}}             | :2:21: malformed JSON: syntax error while parsing object key
+        {\n  "configuration": {,}}             | :2:21: malformed JSON: syntax error while parsing
         []                                     | : expected an object, found an array
-        {"configuraton": {}}                   | : configuraton: expected configuration, dynamicTexts or
-        {"dynamicTexts": {"I": {"U": []}}}     | : dynamicTexts/I/U: expected an object, found an array
+        {"configuraton": {}}                   | : configuraton: expected configuration, dynamic
+        {"dynamicTexts": {"I": {"U": []}}}     | : dynamicTexts/I/U: expected an object, found an
         {"configuration": {"I": {"M": {"K": [{"a": null}]}}}} | : configuration/I/M/K[0]/a: null is
-        {"statusDisplay": {"available": true}} | : statusDisplay/folder: expected a string, found nothing
+        {"statusDisplay": {"available": true}} | : statusDisplay/folder: expected a string, found no
     )");
 }
 
 void DeviceLanguageTest::refusesFaultyFiles()
 {
+    const LanguageFiles files;
     const QByteArray json = cell("json").toUtf8();
-    const DeviceService device(json);
-    const ToolRun run({device.file()}, {}, {}, DEVICE_SIMULATOR_PROGRAM);
+    files.write("device", json);
+    const ToolRun run({files.file("device")}, {}, {}, DEVICE_SIMULATOR_PROGRAM);
     QCOMPARE(run.exitStatus(), 2);
-    QVERIFY2(run.messages().startsWith("device-simulator: " + device.file() + cell("fault")),
-             qPrintable(run.messages()));
-    QCOMPARE(device.read(), json);
+    const QString message = "device-simulator: " + files.file("device") + cell("fault");
+    QVERIFY2(run.messages().startsWith(message), qPrintable(run.messages()));
+    QFile file(files.file("device"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), json);
 }
 
 void DeviceLanguageTest::watches()
 {
-    const Languages files;
     DeviceService device(DeviceService::withLanguage("\"Languages/de_DE\""));
-    device.startService();
     QProcess watch;
-    const auto nextLine = [&] {
-        while (!watch.canReadLine() && watch.waitForReadyRead()) {
-        }
-        return watch.readLine();
-    };
-    watch.start(TEXTMANAGER_PROGRAM, {"watch", files.path(), "A", "--format", "json"});
-    const QByteArray json = R"({"currentLanguage":"%1","found":true,"text":"%1","url":"A"})"
-                            "\n";
-    QCOMPARE(nextLine(), QByteArray(json).replace("%1", "de_DE"));
+    startWatch(watch, m_Files.path(), qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
+    QCOMPARE(nextAnswer(watch), "de_DE: de_DE");
     DeviceService::setLanguage("Languages/ja_JP");
-    QCOMPARE(nextLine(), QByteArray(json).replace("%1", "ja_JP"));
+    QCOMPARE(nextAnswer(watch), "ja_JP: ja_JP");
     watch.terminate();
     QVERIFY(watch.waitForFinished());
-    QCOMPARE(watch.exitCode(), watch.exitStatus() == QProcess::NormalExit ? 0 : -1);
-
-    // The session bus is there, but another one is chosen; and a full disk ends the watch.
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("TEXTMANAGER_BUS", "system");
-    environment.insert("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere");
-    watch.setProcessEnvironment(environment);
-    watch.setStandardOutputFile("/dev/full");
-    watch.start(TEXTMANAGER_PROGRAM, {"watch", files.path(), "A", "--language", "de_DE"});
-    QVERIFY(watch.waitForFinished());
-    QCOMPARE(watch.exitCode(), 2);
-    QCOMPARE(watch.readAllStandardError(),
-             QByteArray("textmanager: Invalid pointer to connector!\n"
-                        "textmanager: cannot write the result: No space left on device\n"));
+    QCOMPARE(watch.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(watch.exitCode(), 0);
 }
 
 QTEST_GUILESS_MAIN(DeviceLanguageTest)

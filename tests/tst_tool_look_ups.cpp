@@ -34,6 +34,7 @@ private Q_SLOTS:
 
 void ToolLookUpsTest::answers_data()
 {
+    // What follows "<" is standard input.
     addTable(R"(
         words                                                     | exit | output             | message
         get DIR Menu --language de_DE                             | 0    | Menü\n             |
@@ -63,6 +64,17 @@ void ToolLookUpsTest::answers_data()
         urls DIR more                                             | 2    |                    | urls: unexpected argument 'more'.
         urls DIR --format xml                                     | 2    |                    | unknown format 'xml': it is text or json.
         urls DIR --lang de_DE                                     | 2    |                    | Unknown option 'lang'.\nSee 'textmanager urls --help'.
+        all DIR Menu                                              | 0    | {"de_DE":"Menü","en_US":"Menu"}\n |
+        all DIR Menu/Save                                         | 0    | {"de_DE":"Save","en_US":"Save"}\n |
+        all DIR Menu/Number                                       | 1    | {}\n              | Menu/Number: no language has a text there.
+        all DIR Mneu                                              | 1    | {}\n              | Did you mean Menu?
+        pick --language de_DE < {"de_DE": "d", "POSIX": "p"}      | 0    | d\n               | de_DE answers.
+        pick --language fr_FR < {"de_DE": "d", "POSIX": ""}       | 0    | \n                | no text in fr_FR, POSIX answers.
+        pick --format json < {"en_US": "e", "fr_FR": ""}          | 0    | {"found":true,"language":"en_US","text":"e","valid":false}\n | fr_FR: empty or no text; it is left out.\ntextmanager: the object is not valid: it has no POSIX.
+        pick < {"fr_FR": "f"}                                     | 1    |                    | nor in a fallback language; there are: fr_FR.
+        pick < {\n"POSIX": "p",\n"ä" "e"}                         | 2    |                    | standard input:3:7: malformed JSON
+        pick < []                                                 | 2    |                    | standard input:1:1: found an array. Expected is an object
+        pick more                                                 | 2    |                    | pick: unexpected argument 'more'.
         gte DIR Menu                                              | 2    |                    | there is no command 'gte'. Did you mean get?
     )");
 }
@@ -72,7 +84,8 @@ void ToolLookUpsTest::answers()
     const LanguageFiles files;
     writeMenu(files);
     const QString folder = files.path().chopped(1);
-    const ToolRun run(cell("words").replace("DIR", folder).split(' '));
+    const QString words = cell("words").replace("DIR", folder);
+    const ToolRun run(words.section(" < ", 0, 0).split(' '), words.section(" < ", 1).toUtf8());
     QCOMPARE(run.output(), cell("output"));
     QVERIFY2(cell("message").isEmpty() ? run.messages().isEmpty()
                                        : run.messages().contains(cell("message")),

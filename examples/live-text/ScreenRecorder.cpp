@@ -18,7 +18,15 @@ void printLine(const QString& line)
     std::fprintf(stdout, "%s\n", line.toUtf8().constData());
 }
 
-/** Prints what the visible labels from @p item on show: items that know their text's URL. */
+/** Whether all of a label's text can be read. */
+bool isWhole(const QQuickItem& label)
+{
+    const QRectF screen(QPointF(), label.window()->size());
+    const QRectF place = label.mapRectToScene(label.boundingRect());
+    return screen.contains(place) && !label.property("truncated").toBool();
+}
+
+/** Prints what the visible labels from @p item on show: items with a text that know its URL. */
 void printLabels(const QQuickItem& item)
 {
     if (!item.isVisible())
@@ -26,8 +34,10 @@ void printLabels(const QQuickItem& item)
     const QVariant url = item.property("url");
     const QVariant text = item.property("text");
     if (url.isValid() && text.isValid())
-        printLine(url.toString() + QLatin1Char('\t') +
-                  text.toString().replace(QLatin1Char('\n'), QLatin1String("\\n")));
+        printLine(QStringList{url.toString(),
+                              isWhole(item) ? QStringLiteral("whole") : QStringLiteral("cut"),
+                              text.toString().replace(QLatin1Char('\n'), QLatin1String("\\n"))}
+                      .join(QLatin1Char('\t')));
     const auto children = item.childItems();
     for (const QQuickItem* child : children)
         printLabels(*child);

@@ -8,8 +8,8 @@ class ScreenTexts;
 
 /**
  * Writes down what a screen shows, in every language that it shows: a picture in a folder, and on
- * standard output a line "URL<tab>text" for each label, with "\n" for a line break, and then a line
- * "shown LANGUAGE".
+ * standard output a line "URL<tab>whole<tab>text" for each label ("cut" where the text has not
+ * enough room, and "\n" for a line break) and then a line "shown LANGUAGE".
  */
 class ScreenRecorder : public QObject
 {

@@ -15,7 +15,8 @@
  * bus elsewhere, as on a device. All clients of a process share one connection, made for the first.
  *
  * **Waiting.** Calls block until the service has answered, for one second at the most: a service
- * that hangs gives an error. A service that does not run is not started.
+ * that hangs gives an error, and a bus that hangs counts as one that is not there. A service that
+ * does not run is not started.
  *
  * **Restarts.** A service that comes back is heard again. What changed meanwhile was announced to
  * nobody, so that its return counts as a change: configurationDataChanged(). A bus that comes back

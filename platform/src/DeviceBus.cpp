@@ -8,10 +8,15 @@
 #include <QMutex>
 #include <QMutexLocker>
 
+#include <chrono>
+#include <future>
+#include <thread>
+
 namespace
 {
 
-constexpr int limitInMilliseconds = 1000;
+constexpr std::chrono::milliseconds limit{1000};
+constexpr std::chrono::milliseconds noTime{0};
 
 QDBusConnection::BusType chooseBus()
 {
@@ -26,12 +31,30 @@ QDBusConnection::BusType chooseBus()
                                                                    : QDBusConnection::SessionBus;
 }
 
+/** Connects in a thread of its own: it has no limit of time, and a bus that hangs never answers. */
+std::shared_future<QDBusConnection> startConnecting()
+{
+    std::packaged_task<QDBusConnection()> task([bus = chooseBus()] {
+        const QString name = QStringLiteral("TextManagerReferencePlatform");
+        QDBusConnection::disconnectFromBus(name); // one that broke
+        return QDBusConnection::connectToBus(bus, name);
+    });
+    std::shared_future<QDBusConnection> attempt = task.get_future();
+    std::thread(std::move(task)).detach();
+    return attempt;
+}
+
+bool isDone(const std::shared_future<QDBusConnection>& attempt, std::chrono::milliseconds time)
+{
+    return attempt.valid() && attempt.wait_for(time) == std::future_status::ready;
+}
+
 QDBusMessage waitForAnswer(const QDBusConnection& bus, QDBusMessage question,
                            const QVariantList& arguments)
 {
     question.setArguments(arguments);
     question.setAutoStartService(false);
-    return bus.call(question, QDBus::Block, limitInMilliseconds);
+    return bus.call(question, QDBus::Block, static_cast<int>(limit.count()));
 }
 
 QVariantList readList(const QDBusArgument& argument)
@@ -108,14 +131,16 @@ QString objectPath(const QString& objectName)
 
 QDBusConnection connection()
 {
-    static QMutex mutex; // no two threads replace a broken connection at once
+    static QMutex mutex;
+    static std::shared_future<QDBusConnection> attempt; // the last one, guarded by the mutex
     const QMutexLocker locker(&mutex);
-    const QString name = QStringLiteral("TextManagerReferencePlatform");
-    const QDBusConnection existing(name);
-    if (existing.isConnected())
-        return existing;
-    QDBusConnection::disconnectFromBus(name);
-    return QDBusConnection::connectToBus(chooseBus(), name);
+    if (isDone(attempt, noTime) && attempt.get().isConnected())
+        return attempt.get();
+    // One that still waits for a bus that hangs is not waited for again.
+    const bool isPending = attempt.valid() && !isDone(attempt, noTime);
+    if (!isPending)
+        attempt = startConnecting();
+    return isDone(attempt, isPending ? noTime : limit) ? attempt.get() : QDBusConnection(QString());
 }
 
 bool isServiceThere(const QDBusConnection& bus, const QString& moduleName)

@@ -23,7 +23,7 @@ QString objectPath(const QString& objectName);
 /**
  * The process's connection to the device's bus, made when it is first asked for and again when it
  * broke. Not the application's own: what the platform does with it is of no concern to others. It
- * is not connected when there is no bus.
+ * is not connected when there is no bus, or none that answers within the limit of call().
  */
 QDBusConnection connection();
 

@@ -2,40 +2,20 @@
 
 #include <QFile>
 
-#include <csignal>
-
-DeviceService::DeviceService(const QByteArray& json)
-{
-    write(json);
-}
-
-DeviceService::~DeviceService()
-{
-    end(SIGKILL);
-}
-
 QByteArray DeviceService::withLanguage(const QByteArray& value)
 {
     return R"({"configuration": {"DeviceSettings/DeviceSettings": {"TextManager": {"Language": )" +
            value + R"(}}}, "statusDisplay": {"available": true, "folder": "short"}})";
 }
 
-void DeviceService::write(const QByteArray& json) const
+void DeviceService::restart(const QByteArray& json)
 {
-    QFile file(this->file());
-    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size())
+    QFile file(m_Folder.filePath("device.json"));
+    if (!file.open(QIODevice::Append) || (!json.isEmpty() && !file.resize(0)))
         qFatal("cannot write %s", qPrintable(file.fileName()));
-}
-
-QByteArray DeviceService::read() const
-{
-    QFile file(this->file());
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void DeviceService::startService()
-{
-    start(DEVICE_SIMULATOR_PROGRAM, {file()});
+    file.write(json);
+    file.close();
+    start(DEVICE_SIMULATOR_PROGRAM, {file.fileName()});
     while (!canReadLine()) {
         if (!waitForReadyRead())
             qFatal("no service: %s", readAllStandardError().constData());
@@ -52,7 +32,7 @@ int DeviceService::end(int signal)
 {
     send(signal);
     waitForFinished();
-    return exitStatus() == NormalExit ? exitCode() : -1;
+    return exitCode();
 }
 
 QString DeviceService::tell(const QString& method, const QStringList& arguments)

@@ -6,26 +6,25 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <csignal>
+
 /** A simulated device in a process of its own. */
 class DeviceService : public QProcess
 {
 public:
-    /** @param json what the device has stored; nothing runs yet. */
-    explicit DeviceService(const QByteArray& json);
-    ~DeviceService() override;
+    /** @param json what the device has stored. The service is on the bus. */
+    explicit DeviceService(const QByteArray& json) { restart(json); }
+    ~DeviceService() override { end(SIGKILL); }
 
     /** What a device has stored that has a language, given as JSON, and a status display. */
     static QByteArray withLanguage(const QByteArray& value);
 
-    void write(const QByteArray& json) const;
-    QByteArray read() const;
-    QString file() const { return m_Folder.filePath("device.json"); }
+    /** Puts the service back on the bus, with @p json unless that is empty; where that cannot be
+     * done, the test program ends. */
+    void restart(const QByteArray& json = QByteArray());
     void removeFolder() { m_Folder.remove(); }
-
-    /** Returns when the service is on the bus; otherwise the test program ends. */
-    void startService();
     void send(int signal) const;
-    /** Ends the process with a signal. @return its exit status, -1 when the signal killed it. */
+    /** Ends the process with a signal. @return its exit status. */
     int end(int signal);
 
     /** Calls a method as a desktop does. @return what the call printed, its error too. */

@@ -56,16 +56,17 @@ void ConfigurationService::announceConfigurationDataChange()
 QDBusVariant ConfigurationService::answer(const QStringList& keys)
 {
     const auto value = m_File.entry(keys);
-    if (!value)
+    if (!value) {
         sendErrorReply(
             DeviceBus::interfaceName() + QStringLiteral(".Error.UnknownEntry"),
             QStringLiteral("There is no entry %1").arg(keys.join(QStringLiteral(" > "))));
-    else if (!value->isNull())
-        return QDBusVariant(value->toVariant());
-    else {
-        setDelayedReply(true); // the reply that follows from the method would hold a variant
-        connection().send(message().createReply());
+        return QDBusVariant();
     }
+    if (!value->isNull())
+        return QDBusVariant(value->toVariant());
+    // The reply that would be made of what is returned always holds a variant.
+    setDelayedReply(true);
+    connection().send(message().createReply());
     return QDBusVariant();
 }
 

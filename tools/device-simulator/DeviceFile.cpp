@@ -59,7 +59,6 @@ QString findNull(const QJsonValue& value, const QString& where)
 {
     if (value.isNull())
         return QStringLiteral("%1: null is no part of a value").arg(where);
-    // As variants both kinds of containers are gone through in one way.
     QString fault;
     const QJsonObject object = value.toObject();
     for (auto member = object.begin(); member != object.end() && fault.isEmpty(); ++member)

@@ -49,13 +49,16 @@ void reportFaults(const TranslateableTextHelper& helper, const QJsonObject& obje
 void reportLanguage(const TranslateableTextHelper& helper, const QString& answering)
 {
     const QString wanted = helper.getCurrentLanguage();
-    if (answering == wanted)
-        printMessage(QStringLiteral("%1 answers.").arg(answering));
-    else if (!answering.isEmpty())
-        printMessage(QStringLiteral("no text in %1, %2 answers.").arg(wanted, answering));
-    else
+    const QStringList languages = helper.getAvailableLanguages();
+    if (languages.isEmpty())
+        printMessage(QStringLiteral("the object has no text at all."));
+    else if (answering.isEmpty())
         printMessage(QStringLiteral("no text in %1, nor in a fallback language; there are: %2.")
-                         .arg(wanted, helper.getAvailableLanguages().join(QStringLiteral(", "))));
+                         .arg(wanted, languages.join(QStringLiteral(", "))));
+    else if (answering == wanted)
+        printMessage(QStringLiteral("%1 answers.").arg(answering));
+    else
+        printMessage(QStringLiteral("no text in %1, %2 answers.").arg(wanted, answering));
 }
 
 } // namespace

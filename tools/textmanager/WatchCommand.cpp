@@ -48,20 +48,20 @@ ExitStatus runWatch(const QStringList& words)
         QStringLiteral(
             "Prints the text of each URL in the language of the device's settings, and prints them "
             "again whenever the settings change, until it is interrupted. What the language does "
-            "not have is taken from en_US, then from POSIX. The settings are read on the session "
-            "bus, or on the system bus where there is none; TEXTMANAGER_BUS=session or =system "
-            "chooses."));
+            "not have is taken from en_US, then from POSIX."));
     commandLine.addValueOption(QStringLiteral("language"), QStringLiteral("KEY"),
                                QStringLiteral("The language until the settings change."));
     if (const auto status = commandLine.parse(words))
         return *status;
     const QStringList arguments = commandLine.arguments();
-    const auto folder = LanguageFolder::open(arguments.first()); // reports what is left out
+    auto folder = LanguageFolder::open(arguments.first()); // reports what is left out
     if (!folder)
         return UnusableInput;
+    const QString languagePath = folder->getLanguagePath();
+    folder.reset();
 
     const TerminationSignals terminationSignals;
-    const TextManager manager(folder->getLanguagePath(), commandLine.language());
+    const TextManager manager(languagePath, commandLine.language());
     const auto print = [&] {
         if (!printTexts(manager, arguments.mid(1), commandLine.isJsonWanted()))
             QCoreApplication::exit(UnusableInput);

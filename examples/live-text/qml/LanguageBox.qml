@@ -1,7 +1,7 @@
 import QtQuick 2.15
 
-// The languages by their own names: one for the device's language, marked with a dot, and to choose
-// another one. A touch on the chosen one returns to the device's.
+// The languages by their own names; a dot marks the device's. A touch chooses one, whatever the device
+// says, and a second touch gives the choice back to the device.
 Rectangle {
     implicitWidth: row.implicitWidth + 8
     implicitHeight: 48

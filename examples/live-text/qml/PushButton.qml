@@ -1,6 +1,7 @@
 import QtQuick 2.15
+import QtQuick.Layouts 1.15
 
-// A button with a text; its width is that of the text in the current language.
+// A button with a text, as wide as the text in the current language, or less where the row is full.
 Rectangle {
     id: button
 
@@ -9,6 +10,9 @@ Rectangle {
     property color activeColor: Theme.accent
     signal clicked()
 
+    Layout.fillWidth: true
+    Layout.minimumWidth: 100
+    Layout.maximumWidth: implicitWidth
     implicitWidth: Math.max(120, label.implicitWidth + 36)
     implicitHeight: 56
     radius: Theme.radius

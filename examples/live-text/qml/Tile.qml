@@ -38,8 +38,6 @@ Rectangle {
             Layout.fillHeight: true
             font.pixelSize: 38
             font.weight: Font.DemiBold
-            fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: 18
             horizontalAlignment: Text.AlignLeft
         }
         Rectangle {
