@@ -219,7 +219,6 @@ void JsonTranslationTest::asksTheDevice()
         "number": {"Device": {"de_DE": 7}}, "blank": {"Device": {"de_DE": ""}},
         "empty": {"Device": {"de_DE": null}}, "list": {"Device": {"de_DE": ["x"]}},
         "display": {"Display": {"de_DE": "dynamic"}}}}})");
-    device.startService();
     BusMonitor monitor;
     const Languages files;
     const TextManagerBase manager(files.path(), "en_US", "short");
@@ -323,7 +322,6 @@ void JsonTranslationTest::translatesTheExamples()
     QFile stored(EXAMPLES "/device/device.json");
     QVERIFY(stored.open(QIODevice::ReadOnly));
     DeviceService device(stored.readAll());
-    device.startService();
     const QFileInfoList examples = QDir(EXAMPLES "/data").entryInfoList({"*.json"});
     QCOMPARE(examples.size(), 4);
     for (const QFileInfo& example : examples) {
