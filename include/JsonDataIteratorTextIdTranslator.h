@@ -13,11 +13,11 @@ class TextManagerReferenceParameters;
 
 /** One set of keys that a translator looks for in every object. */
 struct JsonDataTranslatorConfiguration {
-    QString textIdKey;           ///< holds the text id, a text URL
-    QString textKey;             ///< receives the text
-    QString shortTextKey;        ///< receives the short text; empty: none is written
-    bool overwriteText;          ///< false: a text that is there and not empty is kept
-    bool insertDynamicLabelText; ///< true: a dynamic label comes before the text id
+    QString textIdKey;                   ///< holds the text id, a text URL
+    QString textKey;                     ///< receives the text
+    QString shortTextKey;                ///< receives the short text; empty: none is written
+    bool overwriteText = false;          ///< false: a text that is there and not empty is kept
+    bool insertDynamicLabelText = false; ///< true: a dynamic label comes before the text id
 };
 
 /**

@@ -61,7 +61,7 @@ const Table& systemInformationDataTable()
 // A value that was looked up shares the object's data, and a write to the object would copy them
 // all: the three that follow leave none behind.
 
-/** Whether there is a text that may not be overwritten. */
+/** Whether there is a text to keep; warns of one that is no string. */
 bool holdsText(const QJsonObject& object, const QString& textKey)
 {
     const QJsonValue text = object.value(textKey);
@@ -70,7 +70,7 @@ bool holdsText(const QJsonObject& object, const QString& textKey)
     return !text.toString().isEmpty();
 }
 
-/** @return whether there is a text id. */
+/** @return whether there is a text id; warns of one that is no string. */
 bool readTextId(const QJsonObject& object, const QString& textIdKey, QString& textId)
 {
     const QJsonValue value = object.value(textIdKey);
@@ -80,7 +80,7 @@ bool readTextId(const QJsonObject& object, const QString& textIdKey, QString& te
     return value.isString();
 }
 
-/** @return whether there is a URL for the label. */
+/** @return whether there is a URL for the label; warns of one that is no string. */
 bool readLabelUrl(const QJsonObject& object, QString& url)
 {
     const QJsonValue value =

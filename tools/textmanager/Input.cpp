@@ -11,10 +11,13 @@
 namespace
 {
 
-void reportUnreadable(const QString& name)
+/** As long as a document may be; what is made of one takes a multiple of that. */
+constexpr int limitInBytes = 512 * 1024 * 1024;
+
+void reportUnreadable(const QString& name, int error)
 {
     printMessage(QStringLiteral("cannot read %1: %2.")
-                     .arg(name, QString::fromLocal8Bit(std::strerror(errno))));
+                     .arg(name, QString::fromLocal8Bit(std::strerror(error))));
 }
 
 } // namespace
@@ -26,7 +29,7 @@ std::unique_ptr<Input> Input::open(const QString& path)
     std::FILE* file = std::fopen(QFile::encodeName(path).constData(), "r");
     if (file != nullptr)
         return std::unique_ptr<Input>(new Input(path, file));
-    reportUnreadable(path);
+    reportUnreadable(path, errno);
     return nullptr;
 }
 
@@ -47,11 +50,17 @@ std::optional<QByteArray> Input::readAll()
 {
     QByteArray bytes;
     char part[64 * 1024];
-    while (const std::size_t size = std::fread(part, 1, sizeof part, m_File))
+    while (bytes.size() <= limitInBytes) {
+        const std::size_t size = std::fread(part, 1, sizeof part, m_File);
         bytes.append(part, static_cast<int>(size));
-    if (!isBroken())
-        return bytes;
-    reportUnreadable(m_StrName);
+        if (std::feof(m_File))
+            return bytes;
+        if (std::ferror(m_File)) {
+            reportFailure(errno);
+            return std::nullopt;
+        }
+    }
+    reportFailure(EFBIG);
     return std::nullopt;
 }
 
@@ -59,13 +68,20 @@ bool Input::readLine(QByteArray& line)
 {
     // Qt reads lines from a pipe byte by byte, and the streams of C++ know no reason of a failure.
     const auto size = ::getline(&m_Line, &m_LineSize, m_File);
-    if (size < 0) {
-        if (isBroken())
-            reportUnreadable(m_StrName);
+    if (size < 0 && !std::feof(m_File)) // out of memory is no error of the file
+        reportFailure(errno);
+    if (size > limitInBytes)
+        reportFailure(EFBIG);
+    if (size < 0 || m_IsBroken)
         return false;
-    }
     line = QByteArray(m_Line, static_cast<int>(size));
     if (line.endsWith('\n'))
         line.chop(1);
     return true;
+}
+
+void Input::reportFailure(int error)
+{
+    m_IsBroken = true;
+    reportUnreadable(m_StrName, error);
 }

@@ -33,13 +33,15 @@ public:
     bool readLine(QByteArray& line);
 
     /** Whether a message said that it could not be read to its end. */
-    bool isBroken() const { return std::ferror(m_File) != 0; }
+    bool isBroken() const { return m_IsBroken; }
 
 private:
     Input(const QString& name, std::FILE* file);
+    void reportFailure(int error);
 
     const QString m_StrName;
     std::FILE* const m_File;
     char* m_Line = nullptr; ///< where getline() puts a line, as long as the longest so far
     std::size_t m_LineSize = 0;
+    bool m_IsBroken = false;
 };

@@ -151,6 +151,7 @@ ExitStatus runTranslate(const QStringList& words)
         LanguageFolder::open(arguments.first(), commandLine.value(shortFolderOption));
     if (!folder)
         return UnusableInput;
+    folder->chooseLoadedLanguage(commandLine.language()); // says when it is another one
     const TextManagerReferenceParameters parameters(*folder, commandLine.language());
     TextIdTranslation translation(parameters);
     const QString fault = configure(translation, commandLine);
