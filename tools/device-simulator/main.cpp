@@ -35,6 +35,7 @@ QString publish(ConfigurationService& service)
         return QStringLiteral("there is no bus: %1. On a desktop without one, start the program "
                               "under dbus-run-session.")
             .arg(bus.lastError().message());
+    // Without the bus nobody can ask any more.
     bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                 QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
                 QCoreApplication::instance(), SLOT(quit()));
@@ -75,9 +76,8 @@ ExitStatus run(const QStringList& words)
     parser.setApplicationDescription(QStringLiteral(
         "Owns the configuration service of a device on the bus, over the JSON file FILE, until it "
         "is interrupted or the bus ends. A line on standard output says when the service is there. "
-        "The bus is the "
-        "session bus, or the system bus where there is none; TEXTMANAGER_BUS=session or =system "
-        "chooses."));
+        "The bus is the session bus, or the system bus where there is none; "
+        "TEXTMANAGER_BUS=session or =system chooses."));
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("What the device has stored; what is set on the "
                                                 "bus is written there."));
