@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TextManagerDefinitions.h"
 #include "TextManagerLibraryExport.h"
 
 #include <QJsonObject>
@@ -11,9 +12,9 @@
 /**
  * Walks one language document, the parsed top-level object of a language file, by text URL.
  *
- * The class has no state: one object may be used from any thread, and no operation keeps or changes
- * the document that it is given. It takes no lock; whoever shares a document between threads guards
- * it.
+ * The class has no state: one object may be used from any thread. No operation keeps the document
+ * that it is given, and only setJsonValue() changes it. There is no lock; whoever shares a document
+ * between threads guards it.
  *
  * A text URL joins node keys with "/", from a top-level node of "Content" down, without the
  * "childs" levels: `Menu/Save`. Keys are case-sensitive, and empty keys are keys like any other.
@@ -90,4 +91,30 @@ public:
      * loses that beginning.
      */
     void collectUrls(const QJsonValue& jsonValue, const QString& prefix, QStringList& urls) const;
+
+    /**
+     * Writes @p jsonValue into @p jsonObject at the path @p textUrl, and creates the objects that
+     * are missing on the way.
+     *
+     * The path is taken literally: unlike the reads, a write never steps into "childs" by itself.
+     * Give the storage path with the member's name at its end:
+     * `Content/Menu/childs/Save/text`.
+     *
+     * A member that exists is only replaced by a value of its own JSON type; a null is replaced by
+     * nothing but null. A member created on the way starts empty or, deliberately, as a copy of
+     * @p jsonValue when that is an object; the rest of the path is then written into that copy.
+     *
+     * A write costs what the path costs, not what the document holds, unless someone else holds a
+     * copy of the document, or of a part on the path: the objects shared with it are copied first.
+     * A new member moves those of its siblings that come after it, since QJsonObject keeps its
+     * members in order.
+     *
+     * @return Success, or Error when the leaf has another type than @p jsonValue, silently, or when
+     * a value on the way is no object, with the warning "Unable to find jsonObject for url:" and
+     * the rest of the path from that value on. After an Error @p jsonObject is equal to what it
+     * was, with one deliberate exception: a member created on the way as a copy of an object that
+     * the rest of the path then clashes with stays.
+     */
+    TextManagerDefinitions::SetReturnValue
+    setJsonValue(const QString& textUrl, const QJsonValue& jsonValue, QJsonObject& jsonObject);
 };

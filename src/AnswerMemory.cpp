@@ -3,7 +3,7 @@
 namespace
 {
 
-constexpr int mostOthers = 4096;
+constexpr int mostOthers = 8192;
 constexpr int longestUrl = 256;
 
 } // namespace

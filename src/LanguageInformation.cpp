@@ -18,6 +18,75 @@ int endOfKey(const QString& textUrl, int keyStart)
     return separator < 0 ? textUrl.size() : separator;
 }
 
+/**
+ * Takes an object out of its parent, leaving null in its place.
+ *
+ * JSON objects are shared until they are changed: changed while its parent still holds it, the
+ * object would be copied with all its members. QJsonObject::take() would not do: it moves every
+ * later sibling up, and storing the object again moves them back.
+ */
+QJsonObject takeObject(QJsonValueRef member)
+{
+    QJsonObject object = member.toObject();
+    member = QJsonValue();
+    return object;
+}
+
+QJsonObject builtAnew(const QJsonObject& object)
+{
+    QJsonObject copy;
+    for (auto member = object.constBegin(); member != object.constEnd(); ++member)
+        copy.insert(member.key(), member.value());
+    return copy;
+}
+
+/** Replaces the member @p key by a value of its own type. */
+TextManagerDefinitions::SetReturnValue replaceMember(QStringView key, const QJsonValue& value,
+                                                     QJsonObject& object)
+{
+    if (object.value(key).type() != value.type())
+        return TextManagerDefinitions::Error;
+    // An object keeps the bytes of every string that was ever replaced in it. A node is small, so
+    // it is built anew; otherwise a text that is rewritten for months would fill the memory.
+    constexpr int mostMembersOfANode = 16;
+    if (object.size() <= mostMembersOfANode)
+        object = builtAnew(object);
+    object.find(key).value() = value;
+    return TextManagerDefinitions::Success;
+}
+
+/** Writes @p value at the part of @p path that begins at @p keyStart. */
+TextManagerDefinitions::SetReturnValue writeValue(const QString& path, int keyStart,
+                                                  const QJsonValue& value, QJsonObject& object)
+{
+    const int keyEnd = endOfKey(path, keyStart);
+    const QStringView key = QStringView(path).mid(keyStart, keyEnd - keyStart);
+    const bool isLeaf = keyEnd == path.size();
+
+    if (!object.contains(key)) {
+        if (isLeaf) {
+            object.insert(key, value);
+            return TextManagerDefinitions::Success;
+        }
+        QJsonObject child = value.toObject();
+        const auto result = writeValue(path, keyEnd + 1, value, child);
+        object.insert(key, child);
+        return result;
+    }
+
+    if (isLeaf)
+        return replaceMember(key, value, object);
+    QJsonValueRef member = object.find(key).value();
+    if (!member.isObject()) {
+        qWarning() << "Unable to find jsonObject for url:" << path.mid(keyStart);
+        return TextManagerDefinitions::Error;
+    }
+    QJsonObject child = takeObject(member);
+    const auto result = writeValue(path, keyEnd + 1, value, child);
+    member = child;
+    return result;
+}
+
 QString urlFromStoragePath(QString storagePath)
 {
     static const QString childLevel =
@@ -145,4 +214,11 @@ void LanguageInformation::collectUrls(const QJsonValue& jsonValue, const QString
             urls.append(urlFromStoragePath(path));
         collectUrls(child, path, urls);
     }
+}
+
+TextManagerDefinitions::SetReturnValue
+LanguageInformation::setJsonValue(const QString& textUrl, const QJsonValue& jsonValue,
+                                  QJsonObject& jsonObject)
+{
+    return writeValue(textUrl, 0, jsonValue, jsonObject);
 }

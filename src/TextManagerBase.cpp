@@ -1,5 +1,6 @@
 #include "TextManagerBase.h"
 
+#include "HeaderKey_p.h"
 #include "LanguageDefinitions.h"
 #include "LanguageInformation.h"
 #include "LanguageInformation_p.h"
@@ -18,18 +19,6 @@ namespace
 QString languageFileName(const QString& languageName)
 {
     return languageName + QLatin1Char('.') + PropertyManagerConst::getLanguageFileExtension();
-}
-
-/** The header key that @p headerInfo selects; empty for a value that is no enumerator. */
-QString headerKey(TextManagerDefinitions::HeaderInfo headerInfo)
-{
-    switch (headerInfo) {
-    case TextManagerDefinitions::Language:
-        return LanguageDefinitions::getJsonHeaderLanguageKey();
-    case TextManagerDefinitions::SubLanguage:
-        return LanguageDefinitions::getJsonHeaderSubLanguageKey();
-    }
-    return QString();
 }
 
 } // namespace

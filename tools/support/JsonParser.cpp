@@ -4,14 +4,7 @@
 
 #include <algorithm>
 
-namespace
-{
-
-/**
- * What is wrong with a text that Qt's parser refused. Its errors say little more than that there is
- * one, so a parser that names what it found and what it expected is asked first.
- */
-JsonFault describe(const QByteArray& bytes, const QJsonParseError& qtError)
+JsonFault describeMalformedJson(const QByteArray& bytes, const QJsonParseError& qtError)
 {
     QString reason = qtError.errorString();
     int offset = qtError.offset - 1; // Qt's is behind the character that it refused
@@ -28,14 +21,12 @@ JsonFault describe(const QByteArray& bytes, const QJsonParseError& qtError)
             QStringLiteral("malformed JSON: %1").arg(reason)};
 }
 
-} // namespace
-
 std::optional<JsonFault> parseJson(const QByteArray& bytes, QJsonDocument& document)
 {
     QJsonParseError error;
     const QJsonDocument parsed = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError)
-        return describe(bytes, error);
+        return describeMalformedJson(bytes, error);
     document = parsed;
     return std::nullopt;
 }

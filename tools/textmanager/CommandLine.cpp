@@ -59,7 +59,9 @@ QString CommandLine::findFault() const
         return QStringLiteral("unknown format '%1': it is text or json.").arg(format);
 
     const int given = arguments().size();
-    if (given < m_ArgumentNames.size() && !m_ArgumentNames.at(given).startsWith(QLatin1Char('[')))
+    const bool isNextNeeded =
+        given < m_ArgumentNames.size() && !m_ArgumentNames.at(given).startsWith(QLatin1Char('['));
+    if (isNextNeeded)
         return QStringLiteral("%1 is missing.").arg(m_ArgumentNames.at(given));
     const bool isLastRepeatable =
         !m_ArgumentNames.isEmpty() && m_ArgumentNames.last().endsWith(QLatin1String("..."));

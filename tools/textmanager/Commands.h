@@ -11,7 +11,11 @@ ExitStatus runAll(const QStringList& words);
 ExitStatus runGet(const QStringList& words);
 ExitStatus runHeader(const QStringList& words);
 ExitStatus runLanguages(const QStringList& words);
+ExitStatus runNew(const QStringList& words);
 ExitStatus runPick(const QStringList& words);
+ExitStatus runRemove(const QStringList& words);
+ExitStatus runSet(const QStringList& words);
+ExitStatus runSetHeader(const QStringList& words);
 /** Needs the reference platform, whose walk over JSON data it takes. */
 ExitStatus runTranslate(const QStringList& words);
 ExitStatus runUrls(const QStringList& words);

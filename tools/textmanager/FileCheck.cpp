@@ -13,8 +13,6 @@
 #include <QJsonObject>
 #include <QMap>
 
-#include <optional>
-
 namespace
 {
 
@@ -28,8 +26,13 @@ std::optional<FileFinding> findFault(const QString& path)
                            QStringLiteral("cannot be read: %1. The file is left out; check what it "
                                           "is and who may read it.")
                                .arg(file.errorString())};
-    const QByteArray bytes = file.readAll();
+    return findFault(path, file.readAll());
+}
 
+} // namespace
+
+std::optional<FileFinding> findFault(const QString& path, const QByteArray& bytes)
+{
     QJsonDocument document;
     if (const auto fault = parseJson(bytes, document))
         return FileFinding{
@@ -47,8 +50,6 @@ std::optional<FileFinding> findFault(const QString& path)
                                       "the file away.")
                            .arg(LanguageDefinitions::getJsonContentName(), found)};
 }
-
-} // namespace
 
 QString FileFinding::toString() const
 {

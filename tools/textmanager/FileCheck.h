@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QVector>
+
+#include <optional>
 
 /** A file that a text manager silently leaves out, and why. */
 struct FileFinding {
@@ -13,6 +16,9 @@ struct FileFinding {
     /** "path:line:column: fault". */
     QString toString() const;
 };
+
+/** Why the library does not take a file with this content; nothing when it does. */
+std::optional<FileFinding> findFault(const QString& path, const QByteArray& bytes);
 
 /**
  * The files of a language folder that a text manager leaves out without a word: unreadable,

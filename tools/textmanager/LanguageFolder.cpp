@@ -11,18 +11,6 @@
 namespace
 {
 
-bool isFolder(const QString& path)
-{
-    const QFileInfo info(path);
-    if (info.isDir() && info.isReadable())
-        return true;
-    const QString reason = !info.exists()  ? QStringLiteral("there is no such folder.")
-                           : !info.isDir() ? QStringLiteral("it is no folder.")
-                                           : QStringLiteral("it may not be read.");
-    printMessage(QStringLiteral("cannot read language files in '%1': %2").arg(path, reason));
-    return false;
-}
-
 /** The languages that a look-up tries, in their order. */
 QStringList triedLanguages(const QString& languageKey)
 {
@@ -40,7 +28,7 @@ std::unique_ptr<LanguageFolder> LanguageFolder::open(const QString& folderPath,
     // A text manager takes its path as a prefix.
     const QString languagePath =
         folderPath.endsWith(QLatin1Char('/')) ? folderPath : folderPath + QLatin1Char('/');
-    if (!isFolder(folderPath) || !isFolder(languagePath + shortFolder))
+    if (!checkFolder(folderPath) || !checkFolder(languagePath + shortFolder))
         return nullptr;
 
     std::unique_ptr<LanguageFolder> folder;
@@ -56,6 +44,18 @@ std::unique_ptr<LanguageFolder> LanguageFolder::open(const QString& folderPath,
     for (const FileFinding& finding : qAsConst(folder->m_LeftOutFiles))
         printMessage(finding.toString());
     return folder;
+}
+
+bool LanguageFolder::checkFolder(const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.isDir() && info.isReadable())
+        return true;
+    const QString reason = !info.exists()  ? QStringLiteral("there is no such folder.")
+                           : !info.isDir() ? QStringLiteral("it is no folder.")
+                                           : QStringLiteral("it may not be read.");
+    printMessage(QStringLiteral("cannot read language files in '%1': %2").arg(path, reason));
+    return false;
 }
 
 LanguageFolder::LanguageFolder(const QString& languagePath, const QString& shortFolder)

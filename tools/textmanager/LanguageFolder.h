@@ -35,6 +35,9 @@ public:
     static std::unique_ptr<LanguageFolder> open(const QString& folderPath,
                                                 const QString& shortFolder = QString());
 
+    /** Whether there is a folder to read at @p path; a message says what is there if not. */
+    static bool checkFolder(const QString& path);
+
     /** What the library answers for @p languageKey, and from which language. */
     Answer lookUp(const QString& textUrl, Wanted wanted, const QString& languageKey) const;
 

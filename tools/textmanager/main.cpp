@@ -22,7 +22,11 @@ constexpr Command commands[] = {
     {"get", "print texts, short texts or comments by URL", runGet},
     {"header", "show the header of a language", runHeader},
     {"languages", "list the languages of a folder, and its faulty files", runLanguages},
+    {"new", "start a language with the URLs of another", runNew},
     {"pick", "choose the text of a language from such an object", runPick},
+    {"remove", "remove texts with all that is below them", runRemove},
+    {"set", "write texts and comments by URL", runSet},
+    {"set-header", "write the header of a language", runSetHeader},
 #ifdef TEXTMANAGER_HAS_REFERENCE_PLATFORM
     {"translate", "write the texts of their text ids into JSON data", runTranslate},
 #endif
@@ -32,8 +36,9 @@ constexpr Command commands[] = {
 
 QString helpText()
 {
-    QString text = QStringLiteral("Usage: textmanager COMMAND [options] ARGUMENTS\n\n"
-                                  "Looks into a folder of language files.\n\nCommands:\n");
+    QString text =
+        QStringLiteral("Usage: textmanager COMMAND [options] ARGUMENTS\n\n"
+                       "Looks into a folder of language files, and edits them.\n\nCommands:\n");
     for (const Command& command : commands)
         text += QStringLiteral("  %1 %2\n")
                     .arg(QLatin1String(command.name), -10)

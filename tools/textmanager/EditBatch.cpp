@@ -1,0 +1,107 @@
+#include "EditBatch.h"
+
+#include "JsonParser.h"
+
+#include "LanguageDefinitions.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTextCodec>
+
+namespace
+{
+
+/** Decodes UTF-8; nothing when it is none. */
+std::optional<QString> decode(const QByteArray& bytes)
+{
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    const QString text =
+        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+    if (state.invalidChars > 0 || state.remainingChars > 0)
+        return std::nullopt;
+    return text;
+}
+
+std::optional<QString> unlessEmpty(const QString& text)
+{
+    return text.isEmpty() ? std::nullopt : std::optional<QString>(text);
+}
+
+} // namespace
+
+EditBatch::EditBatch(const QByteArray& bytes)
+{
+    int number = 0;
+    for (QByteArray line : bytes.split('\n')) {
+        ++number;
+        if (line.endsWith('\r'))
+            line.chop(1);
+        if (!line.trimmed().isEmpty())
+            readLine(line, number);
+    }
+}
+
+void EditBatch::readLine(const QByteArray& line, int number)
+{
+    const std::optional<QString> text = decode(line);
+    if (!text)
+        addFault(number, 1, QStringLiteral("is not encoded in UTF-8. Save the batch as UTF-8."));
+    else if (line.trimmed().startsWith('{'))
+        readJson(line, number);
+    else
+        readColumns(*text, number);
+}
+
+void EditBatch::readJson(const QByteArray& line, int number)
+{
+    QJsonDocument document;
+    if (const auto fault = parseJson(line, document)) {
+        addFault(number, fault->column, fault->reason + QLatin1Char('.'));
+        return;
+    }
+    const QJsonObject object = document.object();
+    TextEdit edit;
+    edit.line = number;
+    for (auto member = object.begin(); member != object.end(); ++member) {
+        const bool isUrl = member.key() == QLatin1String("url");
+        const bool isText = member.key() == LanguageDefinitions::getJsonTextName();
+        const bool isComment = member.key() == LanguageDefinitions::getJsonCommentName();
+        if (!(isUrl || isText || isComment) || !member.value().isString()) {
+            addFault(number, 1,
+                     QStringLiteral("unexpected \"%1\"; expected an object with \"url\" and "
+                                    "\"text\" or \"comment\", or both, each a string.")
+                         .arg(member.key()));
+            return;
+        }
+        if (isUrl)
+            edit.url = member.value().toString();
+        else
+            (isText ? edit.text : edit.comment) = member.value().toString();
+    }
+    if (!object.contains(QLatin1String("url")) || !(edit.text || edit.comment))
+        addFault(number, 1,
+                 QStringLiteral("expected an object with \"url\" and \"text\" or \"comment\", or "
+                                "both, each a string."));
+    else
+        m_Edits.append(edit);
+}
+
+void EditBatch::readColumns(const QString& line, int number)
+{
+    const QStringList columns = line.split(QLatin1Char('\t'));
+    const TextEdit edit{number, columns.first(), unlessEmpty(columns.value(1)),
+                        unlessEmpty(columns.value(2))};
+    if (columns.size() <= 3 && (edit.text || edit.comment))
+        m_Edits.append(edit);
+    else
+        addFault(number, 1,
+                 QStringLiteral("found %1 columns; expected a URL, a text and, if wanted, a "
+                                "comment, with a tab between two of them. Write texts that are "
+                                "empty or hold tabs or line breaks as JSON.")
+                     .arg(columns.size()));
+}
+
+void EditBatch::addFault(int line, int column, const QString& fault)
+{
+    m_Faults.append(QStringLiteral("%1:%2: %3").arg(line).arg(column).arg(fault));
+}

@@ -1,0 +1,21 @@
+#include "EditResult.h"
+
+#include <QJsonArray>
+
+ExitStatus saveAndPrint(LanguageFileEditor& editor, const QVector<EditChange>& changes,
+                        bool isJsonWanted)
+{
+    if (!editor.save())
+        return UnusableInput;
+    QJsonArray list;
+    for (const EditChange& change : changes) {
+        if (!isJsonWanted)
+            printResult(QStringLiteral("%1 %2").arg(change.change, change.name));
+        list.append(QJsonObject{{QStringLiteral("change"), change.change},
+                                {QStringLiteral("name"), change.name}});
+    }
+    if (isJsonWanted)
+        printResult(
+            {{QStringLiteral("file"), editor.filePath()}, {QStringLiteral("changes"), list}});
+    return Done;
+}

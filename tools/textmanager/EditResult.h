@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Console.h"
+#include "LanguageFileEditor.h"
+
+#include <QString>
+#include <QVector>
+
+/** What an edit did to one text. */
+struct EditChange {
+    QString change; ///< "added", "changed", "unchanged" or "removed"
+    QString name;   ///< the text's URL, or the header's field
+};
+
+/**
+ * Saves the document and then prints what was changed.
+ *
+ * @return the exit status for it; after a failure nothing is printed as done.
+ */
+ExitStatus saveAndPrint(LanguageFileEditor& editor, const QVector<EditChange>& changes,
+                        bool isJsonWanted);

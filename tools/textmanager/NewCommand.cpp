@@ -1,0 +1,67 @@
+#include "CommandLine.h"
+#include "Commands.h"
+#include "EditResult.h"
+#include "LanguageFileEditor.h"
+
+#include "LanguageDefinitions.h"
+#include "LanguageInformation.h"
+
+namespace
+{
+
+/** A copy of a node and all below it, their texts empty. */
+QJsonObject withoutTexts(QJsonObject node)
+{
+    for (auto member = node.begin(); member != node.end(); ++member) {
+        if (member.value().isObject())
+            member.value() = withoutTexts(member.value().toObject());
+        else if (member.value().isString() &&
+                 member.key() == LanguageDefinitions::getJsonTextName())
+            member.value() = QString();
+    }
+    return node;
+}
+
+QJsonObject newDocument(const QString& language, const QJsonObject& source)
+{
+    const QString& content = LanguageDefinitions::getJsonContentName();
+    const QJsonObject header{{LanguageDefinitions::getJsonHeaderLanguageKey(), language},
+                             {LanguageDefinitions::getJsonHeaderSubLanguageKey(), QString()}};
+    return {{LanguageDefinitions::getJsonHeaderName(), header},
+            {content, withoutTexts(source.value(content).toObject())}};
+}
+
+} // namespace
+
+ExitStatus runNew(const QStringList& words)
+{
+    const QString from = QStringLiteral("from");
+    CommandLine commandLine(
+        QStringLiteral("new DIR LANGUAGE"),
+        QStringLiteral("Starts the file of LANGUAGE in the folder DIR, with LANGUAGE in its "
+                       "header. An existing language is left alone."));
+    commandLine.addValueOption(from, QStringLiteral("KEY"),
+                               QStringLiteral("Take over the URLs and comments of this language, "
+                                              "the texts empty; without it, there are none."));
+    if (const auto status = commandLine.parse(words))
+        return *status;
+
+    const QStringList arguments = commandLine.arguments();
+    QJsonObject source;
+    if (commandLine.isSet(from)) {
+        const auto sourceEditor =
+            LanguageFileEditor::open(arguments.at(0), commandLine.value(from));
+        if (!sourceEditor)
+            return UnusableInput;
+        source = sourceEditor->document();
+    }
+    const auto editor = LanguageFileEditor::create(arguments.at(0), arguments.at(1));
+    if (!editor)
+        return UnusableInput;
+    editor->document() = newDocument(arguments.at(1), source);
+
+    QVector<EditChange> changes;
+    for (const QString& url : LanguageInformation().getAvailableUrls(editor->document()))
+        changes.append({QStringLiteral("added"), url});
+    return saveAndPrint(*editor, changes, commandLine.isJsonWanted());
+}

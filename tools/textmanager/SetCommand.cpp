@@ -1,0 +1,198 @@
+#include "CommandLine.h"
+#include "Commands.h"
+#include "EditBatch.h"
+#include "EditResult.h"
+#include "LanguageFileEditor.h"
+#include "TextNodes.h"
+
+#include "LanguageDefinitions.h"
+#include "LanguageInformation.h"
+
+#include <QFile>
+
+#include <cstdio>
+
+namespace
+{
+
+QString textOption()
+{
+    return LanguageDefinitions::getJsonTextName();
+}
+
+QString commentOption()
+{
+    return LanguageDefinitions::getJsonCommentName();
+}
+
+QString batchOption()
+{
+    return QStringLiteral("batch");
+}
+
+QString nameOfBatch(const QString& path)
+{
+    return path == QLatin1String("-") ? QStringLiteral("standard input") : path;
+}
+
+/** Writes one member of the node; what was there already is left. @return why it could not. */
+QString writeMember(const QStringList& node, const QString& name,
+                    const std::optional<QString>& value, QJsonObject& document)
+{
+    return value ? writeString(node + QStringList(name), *value, document) : QString();
+}
+
+/** Applies one edit to the document. @return why that is not possible; empty when it is done. */
+QString apply(const TextEdit& edit, QJsonObject& document, QVector<EditChange>& changes)
+{
+    const QStringList node = storagePathOf(edit.url, document);
+    const QJsonValue before = valueAt(node, document);
+    const QString unusableKey = before.isUndefined() ? findUnusableKey(edit.url) : QString();
+    if (!unusableKey.isEmpty())
+        return unusableKey;
+
+    QString obstacle = writeMember(node, textOption(), edit.text, document);
+    if (obstacle.isEmpty())
+        obstacle = writeMember(node, commentOption(), edit.comment, document);
+    if (!obstacle.isEmpty())
+        return obstacle;
+
+    const QJsonValue after = valueAt(node, document);
+    const QString change = before.isUndefined() ? QStringLiteral("added")
+                           : before == after    ? QStringLiteral("unchanged")
+                                                : QStringLiteral("changed");
+    changes.append({change, edit.url});
+    return QString();
+}
+
+void reportHalfNodes(const QVector<EditChange>& changes, const QJsonObject& document)
+{
+    for (const EditChange& change : changes) {
+        const QJsonValue node = valueAt(storagePathOf(change.name, document), document);
+        if (LanguageInformation().checkIfTextAndCommentExists(node))
+            continue;
+        const bool hasText =
+            LanguageInformation().checkIfPropertyExists(node.toObject(), textOption());
+        printMessage(QStringLiteral("%1: has no %2 yet, and is not listed before it has one. Give "
+                                    "it one with --%2.")
+                         .arg(change.name, hasText ? commentOption() : textOption()));
+    }
+}
+
+/** Applies all edits and saves, or none. @p origin names where their lines come from. */
+ExitStatus applyAll(LanguageFileEditor& editor, const QVector<TextEdit>& edits,
+                    const QString& origin, bool isJsonWanted)
+{
+    QVector<EditChange> changes;
+    bool isRefused = false;
+    for (const TextEdit& edit : edits) {
+        const QString fault = apply(edit, editor.document(), changes);
+        if (fault.isEmpty())
+            continue;
+        const QString place =
+            edit.line > 0 ? QStringLiteral("%1:%2: ").arg(origin).arg(edit.line) : QString();
+        printMessage(QStringLiteral("%1%2: cannot be written: %3.").arg(place, edit.url, fault));
+        isRefused = true;
+    }
+    if (isRefused) {
+        printMessage(QStringLiteral("nothing was changed in %1.").arg(editor.filePath()));
+        return AnswerIsNo;
+    }
+    const ExitStatus status = saveAndPrint(editor, changes, isJsonWanted);
+    if (status == Done)
+        reportHalfNodes(changes, editor.document());
+    return status;
+}
+
+/** All of a file, or of standard input for "-"; nothing, after a message, when it cannot be read.
+ */
+std::optional<QByteArray> readBatch(const QString& path)
+{
+    QFile file(path);
+    const bool isOpen = path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
+                                                   : file.open(QIODevice::ReadOnly);
+    const QByteArray bytes = isOpen ? file.readAll() : QByteArray();
+    if (isOpen && file.error() == QFileDevice::NoError)
+        return bytes;
+    printMessage(
+        QStringLiteral("%1: cannot be read: %2.").arg(nameOfBatch(path), file.errorString()));
+    return std::nullopt;
+}
+
+/** The edits of a batch; nothing, after messages, when one of its lines is none. */
+std::optional<QVector<TextEdit>> readEdits(const QString& path)
+{
+    const std::optional<QByteArray> bytes = readBatch(path);
+    if (!bytes)
+        return std::nullopt;
+    const EditBatch batch(*bytes);
+    for (const QString& fault : batch.faults())
+        printMessage(QStringLiteral("%1:%2").arg(nameOfBatch(path), fault));
+    if (batch.faults().isEmpty())
+        return batch.edits();
+    printMessage(QStringLiteral("nothing was changed."));
+    return std::nullopt;
+}
+
+/** The edit that the options ask for. */
+TextEdit editOf(const CommandLine& commandLine)
+{
+    TextEdit edit;
+    edit.url = commandLine.arguments().value(2);
+    if (commandLine.isSet(textOption()))
+        edit.text = commandLine.value(textOption());
+    if (commandLine.isSet(commentOption()))
+        edit.comment = commandLine.value(commentOption());
+    return edit;
+}
+
+/** Why the options and arguments do not go together; empty when they do. */
+QString findConflict(const CommandLine& commandLine)
+{
+    const bool hasUrl = commandLine.arguments().size() > 2;
+    const bool hasValue = commandLine.isSet(textOption()) || commandLine.isSet(commentOption());
+    if (commandLine.isSet(batchOption()))
+        return hasUrl || hasValue
+                   ? QStringLiteral("--batch goes without URL, --text and --comment.")
+                   : QString();
+    if (!hasUrl)
+        return QStringLiteral("URL is missing.");
+    return hasValue ? QString() : QStringLiteral("--text or --comment is missing.");
+}
+
+} // namespace
+
+ExitStatus runSet(const QStringList& words)
+{
+    CommandLine commandLine(
+        QStringLiteral("set DIR LANGUAGE [URL]"),
+        QStringLiteral(
+            "Writes the text at URL, its comment, or both, into the file of LANGUAGE in the folder "
+            "DIR. A URL that is not there is added. The exit status is 1, and nothing is changed, "
+            "when something else is in the text's place.\n\n"
+            "A batch has one edit a line, either as JSON, {\"url\": \"Menu/Save\", \"text\": "
+            "\"Save\", \"comment\": \"Button\"}, or as URL, text and comment separated by tabs; "
+            "what is left out stays as it is. All of it is done, or nothing."));
+    commandLine.addValueOption(textOption(), QStringLiteral("TEXT"), QStringLiteral("The text."));
+    commandLine.addValueOption(commentOption(), QStringLiteral("COMMENT"),
+                               QStringLiteral("The comment for translators."));
+    commandLine.addValueOption(batchOption(), QStringLiteral("FILE"),
+                               QStringLiteral("Take the edits from FILE; - is standard input."));
+    if (const auto status = commandLine.parse(words))
+        return *status;
+    const QString conflict = findConflict(commandLine);
+    if (!conflict.isEmpty())
+        return commandLine.refuse(conflict);
+
+    // A batch is read before the file is locked: nobody waits for whoever writes the batch.
+    const QString batch = commandLine.value(batchOption());
+    const auto edits = commandLine.isSet(batchOption()) ? readEdits(batch)
+                                                        : QVector<TextEdit>{editOf(commandLine)};
+    if (!edits)
+        return UnusableInput;
+    const QStringList arguments = commandLine.arguments();
+    const auto editor = LanguageFileEditor::open(arguments.at(0), arguments.at(1));
+    if (!editor)
+        return UnusableInput;
+    return applyAll(*editor, *edits, nameOfBatch(batch), commandLine.isJsonWanted());
+}

@@ -1,0 +1,137 @@
+#include "TextNodes.h"
+
+#include "Console.h"
+
+#include "LanguageDefinitions.h"
+#include "LanguageInformation.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <algorithm>
+
+namespace
+{
+
+QStringList keysOf(const QString& textUrl)
+{
+    return textUrl.split(LanguageDefinitions::getUrlSeparator());
+}
+
+/** Whether the node's children stand, or are to stand, in a child container. */
+bool hasContainer(const QJsonObject& node)
+{
+    const auto isNode = [](const QJsonValue& member) { return member.isObject(); };
+    return LanguageInformation().hasChildKey(node) ||
+           std::none_of(node.constBegin(), node.constEnd(), isNode);
+}
+
+QString nameOfType(const QJsonValue& value)
+{
+    switch (value.type()) {
+    case QJsonValue::Object:
+        return QStringLiteral("an object");
+    case QJsonValue::Array:
+        return QStringLiteral("an array");
+    case QJsonValue::String:
+        return QStringLiteral("a text");
+    case QJsonValue::Double:
+        return QStringLiteral("a number");
+    case QJsonValue::Bool:
+        return QStringLiteral("a truth value");
+    case QJsonValue::Null:
+    case QJsonValue::Undefined:
+        break;
+    }
+    return QStringLiteral("null");
+}
+
+/** A value as the file shows it, shortened. */
+QString shownValue(const QJsonValue& value)
+{
+    constexpr int mostCharacters = 40;
+    const QString json = QString::fromUtf8(
+        QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact).chopped(1).mid(1));
+    return json.size() <= mostCharacters ? json : json.left(mostCharacters) + QStringLiteral("...");
+}
+
+/** What at or above a storage path keeps a string from being written there. */
+QString describeObstacle(const QStringList& path, const QJsonObject& document)
+{
+    for (int length = 1; length <= path.size(); ++length) {
+        const QStringList place = path.mid(0, length);
+        const QJsonValue value = valueAt(place, document);
+        const bool isLeaf = length == path.size();
+        if (isLeaf || !value.isObject())
+            return QStringLiteral("%1 is %2 there, %3, and no %4")
+                .arg(place.join(LanguageDefinitions::getUrlSeparator()), nameOfType(value),
+                     shownValue(value), isLeaf ? QStringLiteral("text") : QStringLiteral("object"));
+    }
+    return QString();
+}
+
+} // namespace
+
+QStringList storagePathOf(const QString& textUrl, const QJsonObject& document)
+{
+    const QString& childs = LanguageDefinitions::getJsonChildsKey();
+    QStringList path = {LanguageDefinitions::getJsonContentName()};
+    QJsonObject node = document.value(path.first()).toObject();
+    for (const QString& key : keysOf(textUrl)) {
+        const bool isTopLevel = path.size() == 1;
+        if (!isTopLevel && hasContainer(node)) {
+            path.append(childs);
+            node = node.value(childs).toObject();
+        }
+        path.append(key);
+        node = node.value(key).toObject();
+    }
+    return path;
+}
+
+QJsonValue valueAt(const QStringList& path, const QJsonObject& document)
+{
+    QJsonValue value = document;
+    for (const QString& key : path)
+        value = value.toObject().value(key);
+    return value;
+}
+
+QString findUnusableKey(const QString& textUrl)
+{
+    const QStringList keys = keysOf(textUrl);
+    if (keys.contains(QString()))
+        return QStringLiteral("it has an empty key. Write the keys with one '/' between two of "
+                              "them, and none at the ends");
+    const QString& childs = LanguageDefinitions::getJsonChildsKey();
+    const bool hasChilds = std::any_of(keys.begin(), keys.end(),
+                                       [&](const QString& key) { return key.startsWith(childs); });
+    if (hasChilds)
+        return QStringLiteral("its key begins with '%1', the file's word for what lies below a "
+                              "node. Leave that level out, or choose another key")
+            .arg(childs);
+    return QString();
+}
+
+QString writeString(const QStringList& path, const QString& value, QJsonObject& document)
+{
+    const SilencedWarnings silenced; // described in full below
+    const auto result = LanguageInformation().setJsonValue(
+        path.join(LanguageDefinitions::getUrlSeparator()), value, document);
+    return result == TextManagerDefinitions::Success ? QString() : describeObstacle(path, document);
+}
+
+void removeMember(const QStringList& path, QJsonObject& document)
+{
+    const QString& key = path.first();
+    if (path.size() == 1) {
+        document.remove(key);
+        return;
+    }
+    QJsonObject child = document.value(key).toObject();
+    removeMember(path.mid(1), child);
+    if (child.isEmpty() && key == LanguageDefinitions::getJsonChildsKey())
+        document.remove(key);
+    else
+        document.insert(key, child);
+}
