@@ -2,13 +2,12 @@
 #include "Commands.h"
 #include "EditBatch.h"
 #include "EditResult.h"
+#include "Input.h"
 #include "LanguageFileEditor.h"
 #include "TextNodes.h"
 
 #include "LanguageDefinitions.h"
 #include "LanguageInformation.h"
-
-#include <QFile>
 
 #include <cstdio>
 
@@ -108,15 +107,8 @@ ExitStatus applyAll(LanguageFileEditor& editor, const QVector<TextEdit>& edits,
  */
 std::optional<QByteArray> readBatch(const QString& path)
 {
-    QFile file(path);
-    const bool isOpen = path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
-                                                   : file.open(QIODevice::ReadOnly);
-    const QByteArray bytes = isOpen ? file.readAll() : QByteArray();
-    if (isOpen && file.error() == QFileDevice::NoError)
-        return bytes;
-    printMessage(
-        QStringLiteral("%1: cannot be read: %2.").arg(nameOfBatch(path), file.errorString()));
-    return std::nullopt;
+    const auto input = Input::open(path);
+    return input ? input->readAll() : std::nullopt;
 }
 
 /** The edits of a batch; nothing, after messages, when one of its lines is none. */
