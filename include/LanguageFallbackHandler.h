@@ -14,7 +14,7 @@ class TEXTMANAGERLIBRARY_EXPORT LanguageFallbackHandler
 {
 public:
     /** @param languageKeyList the available language keys; their order plays no part. */
-    explicit LanguageFallbackHandler(const QStringList& languageKeyList);
+    LanguageFallbackHandler(const QStringList& languageKeyList);
     virtual ~LanguageFallbackHandler();
 
     /** Replaces the available language keys. */

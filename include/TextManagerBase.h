@@ -139,8 +139,10 @@ public:
      * empty; without a short text, what getText() answers. Short texts of other languages are
      * deliberately not tried. Takes the lock.
      *
-     * @param ok set to whether there is a short text. It deliberately stays false when the full
-     * text is returned in its place, so that the substitute can be told from a short text.
+     * @param ok set to whether the short texts have an entry at the URL. It deliberately stays
+     * false when the full text is returned because there is none, so that the substitute can be
+     * told from a short text. Where the entry is empty or no string, it is true beside the full
+     * text.
      */
     QString getShortText(const QString& textUrl, bool& ok, const QString& languageKey) const;
     /** As above, without the flag. Takes the lock twice: not for an object built in memory. */

@@ -50,8 +50,9 @@ private:
     const AnswersByUrl* findTexts(const QString& languageKey)
     {
         const RecentLanguage& recent = recentSlot(languageKey);
-        return recent.texts != nullptr && recent.key == languageKey ? recent.texts
-                                                                    : findTextsAnew(languageKey);
+        const bool isFound = recent.texts != nullptr &&
+                             (recent.key.isSharedWith(languageKey) || recent.key == languageKey);
+        return isFound ? recent.texts : findTextsAnew(languageKey);
     }
     RecentLanguage& recentSlot(const QString& languageKey)
     {

@@ -9,7 +9,7 @@
 namespace
 {
 
-thread_local int warningCount = 0;
+thread_local unsigned warningCount = 0;
 
 /** Where the key that starts at @p keyStart ends: at the next separator or with the URL. */
 int endOfKey(const QString& textUrl, int keyStart)
@@ -96,7 +96,7 @@ QString urlFromStoragePath(QString storagePath)
 
 } // namespace
 
-int LanguageInformationWarnings::countInThisThread()
+unsigned LanguageInformationWarnings::countInThisThread()
 {
     return warningCount;
 }
@@ -209,6 +209,8 @@ void LanguageInformation::collectUrls(const QJsonValue& jsonValue, const QString
         prefix.isEmpty() ? prefix : prefix + LanguageDefinitions::getUrlSeparator();
     for (auto member = object.constBegin(); member != object.constEnd(); ++member) {
         const QJsonValue child = member.value();
+        if (!child.isObject())
+            continue;
         const QString path = start + member.key();
         if (checkIfTextAndCommentExists(child))
             urls.append(urlFromStoragePath(path));

@@ -5,6 +5,6 @@ namespace LanguageInformationWarnings
 {
 
 /** How many warnings it has given in this thread so far. */
-int countInThisThread();
+unsigned countInThisThread();
 
 } // namespace LanguageInformationWarnings

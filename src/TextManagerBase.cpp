@@ -79,7 +79,6 @@ void TextManagerBase::addLanguage(const QString& folderPath,
 
 bool TextManagerBase::loadAndParseFromJson(const QString& filePath, QJsonObject& languageObject)
 {
-    const QMutexLocker locker(&m_Mutex);
     LanguageFile file;
     return readLanguageFile(file, filePath, languageObject);
 }
@@ -129,8 +128,15 @@ QString TextManagerBase::getText(const QString& textUrl, bool& ok, const QString
 
 QString TextManagerBase::getText(const QString& textUrl, const QString& languageKey) const
 {
+    // Not through the form with the flag: this is the look-up that screens are made of, and what is
+    // remembered is found here without another call.
+    const QMutexLocker locker(&m_Mutex);
+    const QString& key = languageKey.isEmpty() ? m_StrLanguageName : languageKey;
+    m_Memory->keepAnswersOnlyFor(m_LanguageMap, m_ShortLanguageMap);
+    if (const Answer* remembered = m_Memory->texts.find(key, textUrl))
+        return remembered->text;
     bool ok = false;
-    return getText(textUrl, ok, languageKey, false);
+    return fullText(textUrl, ok, key);
 }
 
 QString TextManagerBase::getShortText(const QString& textUrl, bool& ok,
@@ -250,6 +256,7 @@ QString TextManagerBase::getTextOrComment(const QMap<QString, QJsonObject>& lang
 bool TextManagerBase::readLanguageFile(LanguageFile& file, const QString& filePath,
                                        QJsonObject& languageObject)
 {
+    const QMutexLocker locker(&m_Mutex);
     const std::optional<QJsonObject> document = file.read(filePath);
     if (!document)
         return false;
@@ -281,7 +288,7 @@ QString TextManagerBase::answer(AnswerMemory TextManagerMemory::*kind, const QSt
         return remembered->text;
     }
     // What was warned of has to be warned of each time, so it is looked up each time.
-    const int warningsBefore = LanguageInformationWarnings::countInThisThread();
+    const unsigned warningsBefore = LanguageInformationWarnings::countInThisThread();
     const QString text = lookUp();
     if (LanguageInformationWarnings::countInThisThread() == warningsBefore)
         memory.remember(languageKey, textUrl, {text, ok}, m_LanguageMap.contains(languageKey));

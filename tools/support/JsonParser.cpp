@@ -14,6 +14,9 @@ JsonFault describeMalformedJson(const QByteArray& bytes, const QJsonParseError& 
         // "[json.exception...] parse error at line L, column C: what was found and expected"
         reason = QString::fromUtf8(error.what()).section(QStringLiteral(": "), 1);
         offset = static_cast<int>(error.byte) - 1;
+    } catch (const nlohmann::json::exception& error) {
+        // A number out of range, for one: no place is told but by Qt.
+        reason = QString::fromUtf8(error.what()).section(QStringLiteral("] "), 1);
     }
     const QByteArray before = bytes.left(std::clamp(offset, 0, bytes.size()));
     const int lineStart = before.lastIndexOf('\n') + 1;

@@ -58,6 +58,10 @@ QString CommandLine::findFault() const
     if (format != QLatin1String("text") && format != QLatin1String("json"))
         return QStringLiteral("unknown format '%1': it is text or json.").arg(format);
 
+    const QString language = QStringLiteral("language");
+    if (isSet(language) && value(language).isEmpty())
+        return QStringLiteral("--language needs a key, such as de_DE.");
+
     const int given = arguments().size();
     const bool isNextNeeded =
         given < m_ArgumentNames.size() && !m_ArgumentNames.at(given).startsWith(QLatin1Char('['));

@@ -31,8 +31,12 @@ std::optional<QString> unlessEmpty(const QString& text)
 
 EditBatch::EditBatch(const QByteArray& bytes)
 {
+    // Spreadsheets mark their UTF-8 so.
+    const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
+    const QByteArray text =
+        bytes.startsWith(byteOrderMark) ? bytes.mid(byteOrderMark.size()) : bytes;
     int number = 0;
-    for (QByteArray line : bytes.split('\n')) {
+    for (QByteArray line : text.split('\n')) {
         ++number;
         if (line.endsWith('\r'))
             line.chop(1);

@@ -20,7 +20,7 @@ namespace
 std::optional<FileFinding> findFault(const QString& path)
 {
     QFile file(path);
-    // Opened as the library opens it, so that both see the same bytes.
+    // In text mode, which gives the bytes that the library parses.
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return FileFinding{path, 0, 0,
                            QStringLiteral("cannot be read: %1. The file is left out; check what it "

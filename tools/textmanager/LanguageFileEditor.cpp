@@ -265,7 +265,15 @@ bool LanguageFileEditor::read()
 bool LanguageFileEditor::save()
 {
     const bool isNew = m_Bytes.isNull();
-    return (!isNew && m_Document == m_DocumentAsRead) || replaceFile(storedForm());
+    if (!isNew && m_Document == m_DocumentAsRead)
+        return true;
+    const QByteArray bytes = storedForm();
+    if (QJsonDocument::fromJson(bytes).object() == m_Document)
+        return replaceFile(bytes);
+    printMessage(QStringLiteral("%1: cannot be saved: what would be written could not be read "
+                                "again. The file is as it was.")
+                     .arg(m_StrFilePath));
+    return false;
 }
 
 bool LanguageFileEditor::replaceFile(const QByteArray& bytes)

@@ -66,10 +66,13 @@ QString apply(const TextEdit& edit, QJsonObject& document, QVector<EditChange>& 
 
 void reportHalfNodes(const QVector<EditChange>& changes, const QJsonObject& document)
 {
+    QStringList reported;
     for (const EditChange& change : changes) {
         const QJsonValue node = valueAt(storagePathOf(change.name, document), document);
-        if (LanguageInformation().checkIfTextAndCommentExists(node))
+        if (LanguageInformation().checkIfTextAndCommentExists(node) ||
+            reported.contains(change.name))
             continue;
+        reported.append(change.name);
         const bool hasText =
             LanguageInformation().checkIfPropertyExists(node.toObject(), textOption());
         printMessage(QStringLiteral("%1: has no %2 yet, and is not listed before it has one. Give "
@@ -143,6 +146,8 @@ QString findConflict(const CommandLine& commandLine)
 {
     const bool hasUrl = commandLine.arguments().size() > 2;
     const bool hasValue = commandLine.isSet(textOption()) || commandLine.isSet(commentOption());
+    if (commandLine.isSet(batchOption()) && commandLine.value(batchOption()).isEmpty())
+        return QStringLiteral("--batch needs a FILE, or - for standard input.");
     if (commandLine.isSet(batchOption()))
         return hasUrl || hasValue
                    ? QStringLiteral("--batch goes without URL, --text and --comment.")

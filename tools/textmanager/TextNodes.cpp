@@ -26,6 +26,15 @@ bool hasContainer(const QJsonObject& node)
            std::none_of(node.constBegin(), node.constEnd(), isNode);
 }
 
+bool holdsNodeBeside(const QJsonObject& node, const QString& key)
+{
+    for (auto member = node.constBegin(); member != node.constEnd(); ++member) {
+        if (member.key() != key && member.value().isObject())
+            return true;
+    }
+    return false;
+}
+
 QString nameOfType(const QJsonValue& value)
 {
     switch (value.type()) {
@@ -103,6 +112,12 @@ QString findUnusableKey(const QString& textUrl)
     if (keys.contains(QString()))
         return QStringLiteral("it has an empty key. Write the keys with one '/' between two of "
                               "them, and none at the ends");
+    // Each key is two levels of the file, and its parser takes 1024.
+    constexpr int mostKeys = 500;
+    if (keys.size() > mostKeys)
+        return QStringLiteral("it has %1 keys, and a file can hold %2 of them below each other")
+            .arg(keys.size())
+            .arg(mostKeys);
     const QString& childs = LanguageDefinitions::getJsonChildsKey();
     const bool hasChilds = std::any_of(keys.begin(), keys.end(),
                                        [&](const QString& key) { return key.startsWith(childs); });
@@ -130,8 +145,9 @@ void removeMember(const QStringList& path, QJsonObject& document)
     }
     QJsonObject child = document.value(key).toObject();
     removeMember(path.mid(1), child);
-    if (child.isEmpty() && key == LanguageDefinitions::getJsonChildsKey())
+    document.insert(key, child);
+    // An empty container is needed only where it hides what stands beside it.
+    const bool isContainer = key == LanguageDefinitions::getJsonChildsKey();
+    if (isContainer && child.isEmpty() && !holdsNodeBeside(document, key))
         document.remove(key);
-    else
-        document.insert(key, child);
 }

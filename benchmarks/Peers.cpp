@@ -1,0 +1,36 @@
+#include "Peers.h"
+
+#include <QFile>
+
+#include <clocale>
+
+TranslatorPeer::TranslatorPeer(const TextFolder& folder)
+{
+    m_Translator.load(folder.peers() + TextFolder::language() + QStringLiteral(".qm"));
+}
+
+GettextPeer::GettextPeer(const TextFolder& folder)
+{
+    // The one UTF-8 locale that every system has; LANGUAGE chooses the texts.
+    std::setlocale(LC_ALL, "C.UTF-8");
+    qputenv("LANGUAGE", TextFolder::language().toLatin1());
+    bindtextdomain(domain(), QFile::encodeName(folder.peers()).constData());
+    bind_textdomain_codeset(domain(), "UTF-8");
+}
+
+IcuPeer::IcuPeer(const TextFolder& folder)
+{
+    UErrorCode error = U_ZERO_ERROR;
+    m_Bundle = ures_open(QFile::encodeName(folder.peers()).constData(),
+                         TextFolder::language().toLatin1().constData(), &error);
+}
+
+IcuPeer::~IcuPeer()
+{
+    ures_close(m_Bundle);
+}
+
+HashPeer::HashPeer(const QHash<QString, QString>& texts)
+    : m_Texts(texts)
+{
+}

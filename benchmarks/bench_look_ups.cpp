@@ -1,0 +1,278 @@
+// The look-ups of the library, and beside them those of what a user might pick in its place.
+
+#include "BenchmarkProgram.h"
+#include "Peers.h"
+
+#include <LanguageDefinitions.h>
+#include <LanguageInformation.h>
+#include <TextManagerBase.h>
+
+#include <benchmark/benchmark.h>
+
+#include <QDebug>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <deque>
+#include <numeric>
+#include <random>
+#include <vector>
+
+namespace
+{
+
+/** What is looked up, in random order: no text stands near the one before it. */
+template<typename Key>
+using Keys = std::vector<Key>;
+
+/** A copy with characters of its own, so that no key is known by its address. */
+template<typename Key>
+Key copyOf(const Key& key)
+{
+    return Key(key.constData(), key.size());
+}
+
+/** The same order for the same number of keys. They lie in memory in another one, all alike. */
+template<typename Key>
+Keys<Key> shuffled(Keys<Key> keys)
+{
+    std::shuffle(keys.begin(), keys.end(), std::mt19937());
+    return keys;
+}
+
+Keys<QString> toKeys(const QVector<QString>& urls)
+{
+    Keys<QString> keys;
+    for (const QString& url : urls)
+        keys.push_back(copyOf(url));
+    return shuffled(keys);
+}
+
+Keys<QByteArray> toIds(const QVector<QString>& urls)
+{
+    Keys<QByteArray> ids;
+    for (const QString& url : urls)
+        ids.push_back(url.toUtf8());
+    return shuffled(ids);
+}
+
+/** URLs that no language has: each one misspelt, in so many ways. */
+Keys<QString> misspelt(const QVector<QString>& urls, int ways)
+{
+    Keys<QString> keys;
+    for (int way = 0; way < ways; ++way) {
+        for (const QString& url : urls)
+            keys.push_back(url + QString::number(way));
+    }
+    return shuffled(keys);
+}
+
+template<typename Answer>
+Keys<QString> answersOf(const Keys<QString>& urls, Answer answer)
+{
+    Keys<QString> answers;
+    for (const QString& url : urls)
+        answers.push_back(answer(url));
+    return answers;
+}
+
+/** A look-up that remembers nothing: through one document after the other. */
+class PlainWalk
+{
+public:
+    PlainWalk(const TextFolder& folder, const QVector<QString>& languages)
+    {
+        TextManagerBase reader{folder.languages(), QString(), TextFolder::shortFolder()};
+        for (const QString& key : languages) {
+            QJsonObject document;
+            reader.loadAndParseFromJson(reader.getLanguageFileNameFromLanguageName(key), document);
+            m_Documents.append(document);
+        }
+    }
+
+    QString text(const QString& url) const
+    {
+        QString result;
+        for (auto document = m_Documents.cbegin();
+             result.isEmpty() && document != m_Documents.cend(); ++document) {
+            bool ok = false;
+            result = LanguageInformation().getObject(url, ok, *document,
+                                                     LanguageDefinitions::getJsonContentName(),
+                                                     LanguageDefinitions::getJsonTextName());
+        }
+        return result;
+    }
+
+private:
+    QVector<QJsonObject> m_Documents;
+};
+
+/** All that is measured, and the keys to measure it with. */
+struct LookUps {
+    explicit LookUps(const TextFolder& folder)
+        : urls(toKeys(folder.urls()))
+        , urlsShownInFull(toKeys(folder.urlsShownInFull()))
+        , missingUrls(misspelt(folder.urls(), 1))
+        , manyMissingUrls(misspelt(folder.urls(), 10))
+        , ids(toIds(folder.urls()))
+        , walk(folder, TextFolder::languageKeys())
+        , texts(folder.languages(), TextFolder::language(), TextFolder::shortFolder())
+        , incompleteTexts(folder.incompleteLanguages(), TextFolder::language(),
+                          TextFolder::shortFolder())
+        , translator(folder)
+        , gettext(folder)
+        , icu(folder)
+    {
+        for (const QString& language : TextFolder::languageKeys()) {
+            walks.append(PlainWalk(folder, {language}));
+            QHash<QString, QString> hash;
+            for (const QString& url : folder.urls())
+                hash.insert(copyOf(url), walks.last().text(url));
+            hashes.emplace_back(hash);
+        }
+    }
+
+    const Keys<QString> urls;
+    const Keys<QString> urlsShownInFull;
+    const Keys<QString> missingUrls;
+    const Keys<QString> manyMissingUrls; ///< too many to remember that they are missing
+    const Keys<QByteArray> ids;
+
+    const PlainWalk walk;
+    QVector<PlainWalk> walks; ///< one in each language alone
+
+    const TextManagerBase texts;
+    const TextManagerBase incompleteTexts;
+    const TranslatorPeer translator;
+    const GettextPeer gettext;
+    const IcuPeer icu;
+    std::deque<HashPeer> hashes; ///< one for each language
+};
+
+/**
+ * Has @p answer answer every key, in one thread or more, once its answers were seen to be those
+ * that are @p expected.
+ */
+template<typename Key, typename Answer>
+bool add(const char* name, const Keys<Key>& keys, const Keys<QString>& expected, Answer answer,
+         int threads = 1)
+{
+    // What is remembered of the answers is not to lie in memory in the order of the later look-ups.
+    std::vector<std::size_t> order(keys.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::shuffle(order.begin(), order.end(), std::minstd_rand());
+    for (const std::size_t i : order) {
+        const QString text = answer(copyOf(keys[i]));
+        if (text != expected[i]) {
+            qCritical() << name << "answers" << text << "to" << keys[i] << "and not" << expected[i];
+            return false;
+        }
+    }
+
+    const auto lookUp = [&keys, answer](benchmark::State& state) {
+        const auto thread = static_cast<std::size_t>(state.thread_index());
+        std::size_t next = thread * keys.size() / static_cast<std::size_t>(state.threads());
+        for (auto _ : state) {
+            benchmark::DoNotOptimize(answer(keys[next]));
+            if (++next == keys.size())
+                next = 0;
+        }
+        state.SetItemsProcessed(state.iterations());
+    };
+    auto* const registered = benchmark::RegisterBenchmark(name, lookUp);
+    if (threads > 1)
+        registered->ThreadRange(1, threads)->UseRealTime();
+    return true;
+}
+
+bool addLibrary(const LookUps& lookUps)
+{
+    const TextManagerBase& texts = lookUps.texts;
+    const auto direct = answersOf(lookUps.urls, [&](auto url) { return lookUps.walk.text(url); });
+    const auto inFull =
+        answersOf(lookUps.urlsShownInFull, [&](auto url) { return lookUps.walk.text(url); });
+    const auto english =
+        answersOf(lookUps.urlsShownInFull, [&](auto url) { return lookUps.walks[1].text(url); });
+    const Keys<QString> nothing(lookUps.manyMissingUrls.size());
+
+    const auto getText = [&](const QString& url) { return texts.getText(url, QString()); };
+    const auto getFallbackText = [&](const QString& url) {
+        return lookUps.incompleteTexts.getText(url, QString());
+    };
+    const auto getShortText = [&](const QString& url) {
+        return texts.getShortText(url, QString());
+    };
+    const auto walk = [&](const QString& url) { return lookUps.walk.text(url); };
+    return add("getText", lookUps.urls, direct, getText) &&
+           add("getText/threads", lookUps.urls, direct, getText, 2) &&
+           add("getText/fallback", lookUps.urlsShownInFull, english, getFallbackText) &&
+           add("getText/missing", lookUps.missingUrls, nothing, getText) &&
+           add("getText/many_missing", lookUps.manyMissingUrls, nothing, getText) &&
+           add("getShortText/full", lookUps.urlsShownInFull, inFull, getShortText) &&
+           add("walk", lookUps.urls, direct, walk) &&
+           add("walk/missing", lookUps.missingUrls, nothing, walk) &&
+           add("walk/many_missing", lookUps.manyMissingUrls, nothing, walk);
+}
+
+/** The first look-up of each text: an unchanged folder loaded again has all answers forgotten. */
+void lookUpFirst(benchmark::State& state, const TextFolder& folder, const Keys<QString>& urls)
+{
+    TextManagerBase texts(folder.languages(), TextFolder::language(), TextFolder::shortFolder());
+    for (auto _ : state) {
+        state.PauseTiming();
+        texts.reloadLanguage();
+        state.ResumeTiming();
+        for (const QString& url : urls)
+            benchmark::DoNotOptimize(texts.getText(url, QString()));
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(urls.size()));
+}
+
+bool addPeers(const LookUps& lookUps)
+{
+    const auto expected = answersOf(lookUps.urls, [&](auto url) { return lookUps.walk.text(url); });
+    const auto translate = [&](const QByteArray& id) { return lookUps.translator.text(id); };
+    const auto dgettext = [&](const QByteArray& id) { return lookUps.gettext.text(id); };
+    const auto icu = [&](const QByteArray& id) { return lookUps.icu.text(id); };
+    const auto hash = [&](const QString& url) { return lookUps.hashes[0].text(url); };
+    return add("QTranslator", lookUps.ids, expected, translate) &&
+           add("dgettext", lookUps.ids, expected, dgettext) &&
+           add("ICU", lookUps.ids, expected, icu) && add("QHash", lookUps.urls, expected, hash) &&
+           add("QHash/threads", lookUps.urls, expected, hash, 2);
+}
+
+/** Every text in one of the languages, so that the language changes from look-up to look-up. */
+bool addLanguages(const LookUps& lookUps)
+{
+    const auto keys = TextFolder::languageKeys();
+    const auto languageOf = [count = keys.size()](const QString& url) {
+        return url.size() % count;
+    };
+    const auto walk = [&, languageOf](const QString& url) {
+        return lookUps.walks[languageOf(url)].text(url);
+    };
+    const auto getText = [&lookUps, keys, languageOf](const QString& url) {
+        return lookUps.texts.getText(url, keys[languageOf(url)]);
+    };
+    const auto hash = [&lookUps, languageOf](const QString& url) {
+        return lookUps.hashes[static_cast<std::size_t>(languageOf(url))].text(url);
+    };
+    const auto expected = answersOf(lookUps.urls, walk);
+    return add("getText/languages", lookUps.urls, expected, getText) &&
+           add("QHash/languages", lookUps.urls, expected, hash);
+}
+
+bool addAll(const TextFolder& folder)
+{
+    // Lives until the end of the program: the benchmarks run after this.
+    static const LookUps lookUps(folder);
+    benchmark::RegisterBenchmark("getText/first", lookUpFirst, folder, lookUps.urls);
+    return addLibrary(lookUps) && addPeers(lookUps) && addLanguages(lookUps);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return runBenchmarks(argc, argv, addAll);
+}

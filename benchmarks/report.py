@@ -1,0 +1,128 @@
+#!/usr/bin/python3
+"""Prints what scripts/benchmark measured as tables in Markdown: the ratios that have a goal, and what else there is.
+
+Every figure is the median of its repetitions; what one thread does is measured in processor time.
+"""
+
+import argparse
+import json
+import pathlib
+import statistics
+import sys
+
+SECONDS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}
+
+
+def read_medians(path):
+    """Seconds by name of the benchmark: of one look-up where look-ups are counted, else of one iteration."""
+    return {run["run_name"]: 1 / run["items_per_second"] if "items_per_second" in run
+            else run["cpu_time"] * SECONDS[run["time_unit"]]
+            for run in json.loads(path.read_text())["benchmarks"] if run.get("aggregate_name") == "median"}
+
+
+def read_memory(path):
+    """The median of each figure, in bytes, over some runs, one a line."""
+    runs = [json.loads(line) for line in path.read_text().splitlines()]
+    return {name: statistics.median(run[name] for run in runs) for name in runs[0]}
+
+
+def read_circumstances(path):
+    """On what and with what the figures were measured, and how much else the machine had to do."""
+    context = json.loads(path.read_text())["context"]
+    models = [line.split(":", 1)[1].strip() for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines()
+              if line.startswith("model name")]
+    return (f"{models[0] if models else 'unknown processor'}, {context['num_cpus']} cores; {context['compiler']}, "
+            f"Release; Qt {context['Qt']}; load average {context['load_avg'][0]:.1f} at the start.")
+
+
+def show_time(seconds):
+    unit = next((unit for unit in SECONDS if seconds < 1000 * SECONDS[unit]), "s")
+    return f"{seconds / SECONDS[unit]:.3g} {unit}"
+
+
+def show_size(size):
+    return f"{size / 1e6:.1f} MB"
+
+
+def goals(look_ups, loading, memory):
+    """What is measured, against what, and how much of that it may be at most."""
+    direct, one_thread, two_threads = (
+        look_ups["getText" + variant] for variant in
+        ("", "/threads/real_time/threads:1", "/threads/real_time/threads:2"))
+    return [
+        ("`getText` against `QTranslator::translate`", show_time, direct, look_ups["QTranslator"], 0.5),
+        ("`getText` against `dgettext`", show_time, direct, look_ups["dgettext"], 0.4),
+        ("`getText` against `ures_getStringByKey` of ICU", show_time, direct, look_ups["ICU"], 0.5),
+        ("`getText` against a `QHash` behind a recursive `QMutex`", show_time, direct, look_ups["QHash"], 1.2),
+        ("A text of a fallback language, against a direct one", show_time, look_ups["getText/fallback"], direct, 1.2),
+        ("`getShortText` that falls to the full text, against a direct text", show_time,
+         look_ups["getShortText/full"], direct, 2.0),
+        ("A text that no language has, against the plain walk through three documents", show_time,
+         look_ups["getText/missing"], look_ups["walk/missing"], 1.0),
+        ("Time for a text, two threads looking up at once, against one thread", show_time,
+         two_threads, one_thread, 1.0),
+        ("Loading a folder, against `QJsonDocument::fromJson` of the same bytes", show_time,
+         loading["load"], loading["fromJson"], 1.1),
+        ("`reloadLanguage()` of unchanged files, against the first load", show_time,
+         loading["reload"], loading["load"], 0.3),
+        ("Memory after every text of a language was looked up, against after loading", show_size,
+         memory["lookedUp"], memory["loaded"], 1.3),
+    ]
+
+
+def others(look_ups, listing, start, memory):
+    """Figures that have no goal."""
+    def ratio(one, other):
+        return f"{show_time(one)}, {one / other:.2f} of {show_time(other)}"
+
+    return [
+        ("The first look-up of a text, against the plain walk to it", ratio(look_ups["getText/first"], look_ups["walk"])),
+        ("A text that no language has, when there are too many of them to remember, against the plain walk",
+         ratio(look_ups["getText/many_missing"], look_ups["walk/many_missing"])),
+        ("`getText` in three languages in turn, against three such `QHash`",
+         ratio(look_ups["getText/languages"], look_ups["QHash/languages"])),
+        ("The `QHash`: time for a text, two threads looking up at once, against one thread",
+         ratio(look_ups["QHash/threads/real_time/threads:2"], look_ups["QHash/threads/real_time/threads:1"])),
+        ("`getAvailableUrls` on 50,000 texts", show_time(listing["getAvailableUrls"])),
+        ("The start of a text manager over 150 languages of 1,000 texts", show_time(start["load"])),
+        ("Its reload when no file has changed", show_time(start["reload"])),
+        ("Peak memory of loading, against the size of the files",
+         f"{(memory['peak'] - memory['before']) / memory['files']:.2f} of {show_size(memory['files'])}"),
+    ]
+
+
+def replace_figures(document, report):
+    before, heading, after = document.read_text(encoding="utf-8").partition("## Figures\n")
+    next_heading = after.index("\n## ")
+    document.write_text(f"{before}{heading}\n{report}{after[next_heading:]}", encoding="utf-8")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("folder", metavar="FOLDER", type=pathlib.Path, help="the results")
+    parser.add_argument("--document", type=pathlib.Path, help="a page whose chapter 'Figures' is replaced")
+    parser.add_argument("--check", action="store_true", help="exit status 1 when a goal is missed")
+    arguments = parser.parse_args()
+    look_ups, loading, listing, start = (
+        read_medians(arguments.folder / f"{name}.json") for name in ("look_ups", "loading", "listing", "start"))
+    memory = read_memory(arguments.folder / "memory.jsonl")
+
+    lines = [read_circumstances(arguments.folder / "look_ups.json"), "",
+             "| Figure | Measured | Against | Ratio | At most | Goal |", "|---|---|---|---|---|---|"]
+    missed = 0
+    for figure, show, measured, against, most in goals(look_ups, loading, memory):
+        is_missed = measured > most * against
+        missed += is_missed
+        lines.append(f"| {figure} | {show(measured)} | {show(against)} | {measured / against:.2f} | {most} "
+                     f"| {'**missed**' if is_missed else 'met'} |")
+    lines += ["", "| Other figures | Measured |", "|---|---|"]
+    lines += [f"| {figure} | {measured} |" for figure, measured in others(look_ups, listing, start, memory)]
+    report = "\n".join(lines) + "\n"
+    print(report, end="")
+    if arguments.document:
+        replace_figures(arguments.document, report)
+    return 1 if missed and arguments.check else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
