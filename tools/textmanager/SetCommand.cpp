@@ -56,11 +56,7 @@ QString apply(const TextEdit& edit, QJsonObject& document, QVector<EditChange>& 
     if (!obstacle.isEmpty())
         return obstacle;
 
-    const QJsonValue after = valueAt(node, document);
-    const QString change = before.isUndefined() ? QStringLiteral("added")
-                           : before == after    ? QStringLiteral("unchanged")
-                                                : QStringLiteral("changed");
-    changes.append({change, edit.url});
+    changes.append(changeOf(edit.url, before, valueAt(node, document)));
     return QString();
 }
 
