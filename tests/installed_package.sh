@@ -70,7 +70,7 @@ cmake --install "$build" --prefix "$work/reference" >/dev/null
 check_interface "$work/reference"
 check_client reference json "$work/reference"
 
-configure_and_build "$source/tests/device_platform" "$work/device-build" \
+configure_and_build "$source/examples/device-platform" "$work/device-build" \
     "-DCMAKE_INSTALL_PREFIX=$work/device"
 cmake --install "$work/device-build" >/dev/null
 configure_and_build "$source" "$work/library-build" "-DCMAKE_PREFIX_PATH=$work/device" \

@@ -85,8 +85,9 @@ void ToolEditingTest::edits_data()
         {"M": {}}                                  | set DIR de M/ --text t             | | 1 | same | it has an empty key
         {"M": {"childs": {"S": {}, "T": {}}}}      | remove DIR de M/S                  | | 0 | {"M": {"childs": {"T": {}}}} |
         {"M": {"childs": {"S": {}}}, "N": {"childs": {"O": {}}, "text": ""}} | remove DIR de M M/S N/O | | 0 | {"N": {"text": ""}} |
+        {"M": {"childs": {"S": {}}, "S": {}}}      | remove DIR de M/S                  | | 0 | {"M": {"childs": {}, "S": {}}} |
         {"M": {"text": "x"}, "Save": {"text": "", "comment": ""}} | remove DIR de M Sav M/text | | 1 | same | Sav: there is nothing to remove. Did you mean Save?\ntextmanager: M/text: there is
-        {"M": {"text": "a", "comment": ""}}        | set DIR de --batch - | {"url": "M", "text": "\t"}\n\nN#b#ü\r\nM##c | 0 | {"M": {"text": "\t", "comment": "c"}, "N": {"text": "b", "comment": "ü"}} |
+        {"M": {"text": "a", "comment": ""}}        | set DIR de --batch - | ﻿{"url": "M", "text": "\t"}\n\nN#b#ü\r\nM##c | 0 | {"M": {"text": "\t", "comment": "c"}, "N": {"text": "b", "comment": "ü"}} |
         {"M": {}}                                  | set DIR de --batch - | M#b\n\nM/#t                   | 1 | same | standard input:3: M/: cannot be written: it has an empty key
         {"M": {}}                                  | set DIR de --batch - | M#b\nM\nM#b#c#d               | 2 | same | standard input:2:1: found 1 columns; expected a URL
         {"M": {}}                                  | set DIR de --batch - | M#b\n{"url": "M" "text": "c"} | 2 | same | standard input:2:18: malformed JSON

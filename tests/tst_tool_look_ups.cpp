@@ -61,6 +61,7 @@ void ToolLookUpsTest::answers_data()
         get DIR Menu --short --comment                            | 2    |                    | exclude each other
         get DIR Menu --short-folder no                            | 2    |                    | /no': there is no such folder.
         get DIR/de_DE.json Menu                                   | 2    |                    | it is no folder.
+        get DIR Menu --language=                                  | 2    |                    | --language needs a key, such as de_DE.
         urls DIR more                                             | 2    |                    | urls: unexpected argument 'more'.
         urls DIR --format xml                                     | 2    |                    | unknown format 'xml': it is text or json.
         urls DIR --lang de_DE                                     | 2    |                    | Unknown option 'lang'.\nSee 'textmanager urls --help'.
@@ -102,6 +103,7 @@ void ToolLookUpsTest::namesFilesThatAreLeftOut_data()
         {\r\n"Content": "no end\r\n}             | 2    | 19     | control character
         {"Content": {                            | 1    | 14     | unexpected end of input
                                                  | 1    | 1      | unexpected end of input
+        {"Content": {},\n "n": 1e400}            | 2    | 11     | number overflow
         DEEP                                     | 1    | 1025   | nested
         {"content": {}}                          | 1    | 1      | expected an object with "Content", found an object with the keys (content)
         []                                       | 1    | 1      | found an array

@@ -59,7 +59,7 @@ QString CommandLine::findFault() const
         return QStringLiteral("unknown format '%1': it is text or json.").arg(format);
 
     const QString language = QStringLiteral("language");
-    if (isSet(language) && value(language).isEmpty())
+    if (m_Parser.optionNames().contains(language) && value(language).isEmpty())
         return QStringLiteral("--language needs a key, such as de_DE.");
 
     const int given = arguments().size();

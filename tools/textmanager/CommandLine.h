@@ -39,6 +39,8 @@ public:
 
     bool isSet(const QString& option) const { return m_Parser.isSet(option); }
     QString value(const QString& option) const { return m_Parser.value(option); }
+    /** All values of an option that may be given several times. */
+    QStringList values(const QString& option) const { return m_Parser.values(option); }
     QStringList arguments() const { return m_Parser.positionalArguments(); }
     QString language() const { return value(QStringLiteral("language")); }
     bool isJsonWanted() const { return value(QStringLiteral("format")) == QLatin1String("json"); }

@@ -16,5 +16,7 @@ ExitStatus runPick(const QStringList& words);
 ExitStatus runRemove(const QStringList& words);
 ExitStatus runSet(const QStringList& words);
 ExitStatus runSetHeader(const QStringList& words);
+/** Needs the reference platform, whose walk over JSON data it takes. */
+ExitStatus runTranslate(const QStringList& words);
 ExitStatus runUrls(const QStringList& words);
 ExitStatus runWatch(const QStringList& words);

@@ -2,6 +2,13 @@
 
 #include <QJsonArray>
 
+EditChange changeOf(const QString& name, const QJsonValue& before, const QJsonValue& after)
+{
+    if (before.isUndefined())
+        return {QStringLiteral("added"), name};
+    return {before == after ? QStringLiteral("unchanged") : QStringLiteral("changed"), name};
+}
+
 ExitStatus saveAndPrint(LanguageFileEditor& editor, const QVector<EditChange>& changes,
                         bool isJsonWanted)
 {

@@ -3,6 +3,7 @@
 #include "Console.h"
 #include "LanguageFileEditor.h"
 
+#include <QJsonValue>
 #include <QString>
 #include <QVector>
 
@@ -11,6 +12,9 @@ struct EditChange {
     QString change; ///< "added", "changed", "unchanged" or "removed"
     QString name;   ///< the text's URL, or the header's field
 };
+
+/** What became of @p name, from its value in the document before and after an edit. */
+EditChange changeOf(const QString& name, const QJsonValue& before, const QJsonValue& after);
 
 /**
  * Saves the document and then prints what was changed.

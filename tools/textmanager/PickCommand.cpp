@@ -1,14 +1,13 @@
 #include "CommandLine.h"
 #include "Commands.h"
+#include "Input.h"
 #include "JsonParser.h"
 
 #include "TranslateableTextHelper.h"
 
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <cstdio>
 #include <optional>
 
 namespace
@@ -17,13 +16,11 @@ namespace
 /** The object on standard input; nothing, after a message, when there is none. */
 std::optional<QJsonObject> readObject()
 {
-    QFile input;
-    if (!input.open(stdin, QIODevice::ReadOnly)) {
-        printMessage(QStringLiteral("cannot read standard input: %1").arg(input.errorString()));
+    const auto bytes = Input::open(QStringLiteral("-"))->readAll();
+    if (!bytes)
         return std::nullopt;
-    }
     QJsonDocument document;
-    const auto malformed = parseJson(input.readAll(), document);
+    const auto malformed = parseJson(*bytes, document);
     if (!malformed && document.isObject())
         return document.object();
     const JsonFault fault = malformed.value_or(JsonFault{1, 1, QStringLiteral("found an array")});

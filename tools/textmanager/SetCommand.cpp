@@ -2,13 +2,12 @@
 #include "Commands.h"
 #include "EditBatch.h"
 #include "EditResult.h"
+#include "Input.h"
 #include "LanguageFileEditor.h"
 #include "TextNodes.h"
 
 #include "LanguageDefinitions.h"
 #include "LanguageInformation.h"
-
-#include <QFile>
 
 #include <cstdio>
 
@@ -57,11 +56,7 @@ QString apply(const TextEdit& edit, QJsonObject& document, QVector<EditChange>& 
     if (!obstacle.isEmpty())
         return obstacle;
 
-    const QJsonValue after = valueAt(node, document);
-    const QString change = before.isUndefined() ? QStringLiteral("added")
-                           : before == after    ? QStringLiteral("unchanged")
-                                                : QStringLiteral("changed");
-    changes.append({change, edit.url});
+    changes.append(changeOf(edit.url, before, valueAt(node, document)));
     return QString();
 }
 
@@ -111,15 +106,8 @@ ExitStatus applyAll(LanguageFileEditor& editor, const QVector<TextEdit>& edits,
  */
 std::optional<QByteArray> readBatch(const QString& path)
 {
-    QFile file(path);
-    const bool isOpen = path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
-                                                   : file.open(QIODevice::ReadOnly);
-    const QByteArray bytes = isOpen ? file.readAll() : QByteArray();
-    if (isOpen && file.error() == QFileDevice::NoError)
-        return bytes;
-    printMessage(
-        QStringLiteral("%1: cannot be read: %2.").arg(nameOfBatch(path), file.errorString()));
-    return std::nullopt;
+    const auto input = Input::open(path);
+    return input ? input->readAll() : std::nullopt;
 }
 
 /** The edits of a batch; nothing, after messages, when one of its lines is none. */

@@ -22,10 +22,7 @@ bool writeField(const QString& field, const QString& value, LanguageFileEditor& 
                          .arg(editor.filePath(), field, obstacle));
         return false;
     }
-    const QString change = before.isUndefined()         ? QStringLiteral("added")
-                           : before.toString() == value ? QStringLiteral("unchanged")
-                                                        : QStringLiteral("changed");
-    changes.append({change, field});
+    changes.append(changeOf(field, before, value));
     return true;
 }
 

@@ -27,6 +27,9 @@ constexpr Command commands[] = {
     {"remove", "remove texts with all that is below them", runRemove},
     {"set", "write texts and comments by URL", runSet},
     {"set-header", "write the header of a language", runSetHeader},
+#ifdef TEXTMANAGER_HAS_REFERENCE_PLATFORM
+    {"translate", "write the texts of their text ids into JSON data", runTranslate},
+#endif
     {"urls", "list the URLs of all texts of a language", runUrls},
     {"watch", "print texts in the device's language whenever it changes", runWatch},
 };

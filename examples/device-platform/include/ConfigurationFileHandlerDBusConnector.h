@@ -18,4 +18,8 @@ public:
     {
         return DBusReply();
     }
+    DBusReply getDynamicText(const QString&, const QString&, const QString&, const QString&) const
+    {
+        return DBusReply();
+    }
 };

@@ -1,0 +1,3 @@
+#include "JsonDataIteratorObjectBase.h"
+
+JsonDataIteratorObjectBase::~JsonDataIteratorObjectBase() = default;

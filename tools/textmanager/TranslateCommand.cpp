@@ -1,0 +1,172 @@
+#include "CommandLine.h"
+#include "Commands.h"
+#include "Input.h"
+#include "JsonParser.h"
+#include "LanguageFolder.h"
+#include "NearestNames.h"
+#include "TextIdTranslation.h"
+
+#include "TextManagerReferenceParameters.h"
+
+#include <QJsonDocument>
+
+#include <utility>
+
+namespace
+{
+
+constexpr QLatin1String dataTypeOption("data-type");
+constexpr QLatin1String keysOption("keys");
+constexpr QLatin1String deleteOption("delete-text-url");
+constexpr QLatin1String shortFolderOption("short-folder");
+constexpr QLatin1String linesOption("lines");
+
+void describe(CommandLine& commandLine)
+{
+    commandLine.addLanguageOption(QStringLiteral("The wanted language."));
+    commandLine.addValueOption(
+        dataTypeOption, QStringLiteral("NAME"),
+        QStringLiteral("Look for the keys of a kind of data: %1.")
+            .arg(TextIdTranslation::dataTypeNames().join(QStringLiteral(", "))));
+    commandLine.addValueOption(
+        keysOption, QStringLiteral("TEXTID:TEXT[:SHORT]"),
+        QStringLiteral("Look for text ids under the key TEXTID; write the text under TEXT and the "
+                       "short text under SHORT. A text that is there and not empty is kept. May "
+                       "be given several times."));
+    commandLine.addSwitch(deleteOption,
+                          QStringLiteral("Blank each text id, and each URL of a dynamic label, "
+                                         "that was used."));
+    commandLine.addValueOption(shortFolderOption, QStringLiteral("NAME"),
+                               QStringLiteral("The sub-folder of DIR that holds the short texts."));
+    commandLine.addSwitch(linesOption,
+                          QStringLiteral("Read a document on each line and print it, translated, "
+                                         "in one line, before the next is read."));
+}
+
+/** What is wrong with the options that choose the keys; empty when nothing is. */
+QString configure(TextIdTranslation& translation, const CommandLine& commandLine)
+{
+    if (commandLine.isSet(dataTypeOption) == commandLine.isSet(keysOption))
+        return QStringLiteral("either --data-type or --keys says which keys to look for.");
+    for (const QString& keys : commandLine.values(keysOption)) {
+        const QStringList names = keys.split(QLatin1Char(':'));
+        if (names.size() < 2 || names.size() > 3 || names.contains(QString()))
+            return QStringLiteral("--keys %1: expected TEXTID:TEXT or TEXTID:TEXT:SHORT.")
+                .arg(keys);
+        translation.addKeys(names.at(0), names.at(1), names.value(2));
+    }
+    const QString dataType = commandLine.value(dataTypeOption);
+    const QStringList known = TextIdTranslation::dataTypeNames();
+    if (commandLine.isSet(dataTypeOption) && !known.contains(dataType))
+        return QStringLiteral("there is no data type '%1'.").arg(dataType) +
+               suggestNames(dataType, known);
+    translation.setDataType(dataType);
+    translation.setDeleteTextUrl(commandLine.isSet(deleteOption));
+    return QString();
+}
+
+/** @param line of the input that @p bytes begin in, from 1.
+ * @return whether there is a document; there is a message when there is none. */
+bool parse(const QByteArray& bytes, const QString& inputName, int line, QJsonDocument& document)
+{
+    const auto fault = parseJson(bytes, document);
+    if (!fault)
+        return true;
+    printMessage(QStringLiteral("%1:%2:%3: %4. Expected is an object or an array.")
+                     .arg(inputName)
+                     .arg(line + fault->line - 1)
+                     .arg(fault->column)
+                     .arg(fault->reason));
+    return false;
+}
+
+void printDocument(const QJsonDocument& document, QJsonDocument::JsonFormat format)
+{
+    printResult(QString::fromUtf8(document.toJson(format)).trimmed());
+}
+
+ExitStatus translateWhole(TextIdTranslation& translation, Input& input,
+                          QJsonDocument::JsonFormat format)
+{
+    const auto bytes = input.readAll();
+    QJsonDocument document;
+    if (!bytes || !parse(*bytes, input.name(), 1, document))
+        return UnusableInput;
+    printDocument(translation.translate(std::move(document)), format);
+    return Done;
+}
+
+ExitStatus translateLines(TextIdTranslation& translation, Input& input)
+{
+    ExitStatus status = Done;
+    QByteArray bytes;
+    for (int line = 1; input.readLine(bytes); ++line) {
+        QJsonDocument document;
+        if (bytes.trimmed().isEmpty())
+            continue;
+        if (!parse(bytes, input.name(), line, document)) {
+            status = AnswerIsNo;
+            continue;
+        }
+        printDocument(translation.translate(std::move(document)), QJsonDocument::Compact);
+        if (!flushResult())
+            return UnusableInput; // which is reported at the end of the program
+    }
+    return input.isBroken() ? UnusableInput : status;
+}
+
+/** @return whether a text id had no text. */
+bool reportMisses(const TextIdTranslation& translation, const LanguageFolder& folder,
+                  const QString& language)
+{
+    if (translation.missCount() == 0)
+        return false;
+    printMessage(QStringLiteral("unknown text ids, for which the empty text was written: %1")
+                     .arg(translation.missCount()));
+    const QStringList urls = folder.collectAllUrls();
+    for (const QString& textId : translation.missedTextIds())
+        printMessage(
+            QStringLiteral("%1: no text (%2).")
+                .arg(textId, folder.explainMiss(textId, LanguageFolder::Wanted::Text, language)) +
+            suggestNames(textId, urls));
+    return true;
+}
+
+} // namespace
+
+ExitStatus runTranslate(const QStringList& words)
+{
+    CommandLine commandLine(
+        QStringLiteral("translate DIR [FILE]"),
+        QStringLiteral(
+            "Reads JSON data in FILE, or on standard input without one or with '-', and prints "
+            "them with the texts of their text ids. What the language does not have is taken from "
+            "en_US, then from POSIX. Texts of selectors are read on the bus. The exit status is 1 "
+            "when a text id is unknown or a line is malformed."));
+    describe(commandLine);
+    if (const auto status = commandLine.parse(words))
+        return *status;
+    const QStringList arguments = commandLine.arguments();
+    const auto folder =
+        LanguageFolder::open(arguments.first(), commandLine.value(shortFolderOption));
+    if (!folder)
+        return UnusableInput;
+    folder->chooseLoadedLanguage(commandLine.language()); // says when it is another one
+    const TextManagerReferenceParameters parameters(*folder, commandLine.language());
+    TextIdTranslation translation(parameters);
+    const QString fault = configure(translation, commandLine);
+    if (!fault.isEmpty())
+        return commandLine.refuse(fault);
+    const auto input = Input::open(arguments.value(1, QStringLiteral("-")));
+    if (!input)
+        return UnusableInput;
+
+    const ExitStatus status =
+        commandLine.isSet(linesOption)
+            ? translateLines(translation, *input)
+            : translateWhole(translation, *input,
+                             commandLine.isJsonWanted() ? QJsonDocument::Compact
+                                                        : QJsonDocument::Indented);
+    const bool hasMisses = reportMisses(translation, *folder, commandLine.language());
+    return status == Done && hasMisses ? AnswerIsNo : status;
+}
