@@ -16,10 +16,11 @@ struct Answer {
  * Answers of one kind of look-up by language and text URL, so that a text that is asked for again
  * costs one probe of a hash instead of a walk through documents.
  *
- * Its size is bounded whatever is asked for. Texts of loaded languages are all kept: there are no
- * more of them than the documents hold. Of everything else (texts that are missing, languages that
+ * Its size is bounded whatever is asked for. Texts of loaded languages are all kept, those of a
+ * fallback language once for each language that was asked for: there can be no more of them than
+ * URLs in the documents times languages. Of everything else (texts that are missing, languages that
  * are not loaded), which a client could make up without end, only so many are kept, none of them
- * with an overlong URL.
+ * with an overlong URL. No string of a caller is shared that may be large, or end with its buffer.
  */
 class AnswerMemory
 {
@@ -60,6 +61,7 @@ private:
         const unsigned first = languageKey.isEmpty() ? 0 : languageKey.at(0).unicode();
         return m_RecentLanguages[first % m_RecentLanguages.size()];
     }
+    AnswersByUrl& textsOf(const QString& languageKey);
     const AnswersByUrl* findTextsAnew(const QString& languageKey);
     const Answer* findOther(const QString& languageKey, const QString& textUrl) const;
 

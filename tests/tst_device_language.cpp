@@ -10,13 +10,12 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QMetaMethod>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
-#include <QThread>
 
-#include <atomic>
 #include <future>
 #include <thread>
 
@@ -149,18 +148,19 @@ void DeviceLanguageTest::followsTheSettings()
     DeviceService::setLanguage("Languages/ja_JP");
     QVERIFY(reloads.wait());
     QCOMPARE(currentText(manager), "ja_JP");
-    TextManager elsewhere(m_Files.path(), "de_DE");
-    QThread thread;
-    elsewhere.moveToThread(&thread);
-    thread.start();
-    std::atomic<QThread*> place{nullptr};
-    connect(&elsewhere, &TextManager::languageReloaded, &elsewhere,
-            [&] { place = QThread::currentThread(); });
+    std::promise<void> isListening;
+    auto elsewhere = std::async(std::launch::async, [&] { // a manager follows in its own thread
+        const TextManager another(m_Files.path(), "de_DE");
+        QEventLoop loop;
+        connect(&another, &TextManager::languageReloaded, &loop, &QEventLoop::quit);
+        isListening.set_value();
+        loop.exec();
+        return currentText(another);
+    });
+    isListening.get_future().wait();
     DeviceService::tell("announceConfigurationDataChange");
     QVERIFY(reloads.wait());
-    QTRY_COMPARE(place.load(), &thread);
-    thread.quit();
-    QVERIFY(thread.wait());
+    QCOMPARE(elsewhere.get(), "ja_JP");
     QCOMPARE(reloads.size(), 2);
 
     device.removeFolder(); // what cannot be stored changes nothing
