@@ -117,6 +117,7 @@ struct LookUps {
         , ids(toIds(folder.urls()))
         , walk(folder, TextFolder::languageKeys())
         , texts(folder.languages(), TextFolder::language(), TextFolder::shortFolder())
+        , crowdedTexts(folder.languages(), TextFolder::language(), TextFolder::shortFolder())
         , incompleteTexts(folder.incompleteLanguages(), TextFolder::language(),
                           TextFolder::shortFolder())
         , translator(folder)
@@ -142,6 +143,7 @@ struct LookUps {
     QVector<PlainWalk> walks; ///< one in each language alone
 
     const TextManagerBase texts;
+    const TextManagerBase crowdedTexts; ///< for more missing texts than are remembered
     const TextManagerBase incompleteTexts;
     const TranslatorPeer translator;
     const GettextPeer gettext;
@@ -196,6 +198,9 @@ bool addLibrary(const LookUps& lookUps)
     const Keys<QString> nothing(lookUps.manyMissingUrls.size());
 
     const auto getText = [&](const QString& url) { return texts.getText(url, QString()); };
+    const auto getCrowdedText = [&](const QString& url) {
+        return lookUps.crowdedTexts.getText(url, QString());
+    };
     const auto getFallbackText = [&](const QString& url) {
         return lookUps.incompleteTexts.getText(url, QString());
     };
@@ -207,7 +212,7 @@ bool addLibrary(const LookUps& lookUps)
            add("getText/threads", lookUps.urls, direct, getText, 2) &&
            add("getText/fallback", lookUps.urlsShownInFull, english, getFallbackText) &&
            add("getText/missing", lookUps.missingUrls, nothing, getText) &&
-           add("getText/many_missing", lookUps.manyMissingUrls, nothing, getText) &&
+           add("getText/many_missing", lookUps.manyMissingUrls, nothing, getCrowdedText) &&
            add("getShortText/full", lookUps.urlsShownInFull, inFull, getShortText) &&
            add("walk", lookUps.urls, direct, walk) &&
            add("walk/missing", lookUps.missingUrls, nothing, walk) &&

@@ -96,9 +96,9 @@ void TextIdTranslation::compute(QJsonObject& object, QJsonValue& value)
     constexpr int keptTextIds = 5; // of a stream without end there may be many
     QVector<QPair<QString, QString>> textIds;
     for (const auto& [textIdKey, textKey] : qAsConst(m_Keys)) {
-        const QJsonValue textId = object.value(textIdKey);
-        if (textId.isString())
-            textIds.append({textId.toString(), textKey});
+        const QString textId = object.value(textIdKey).toString();
+        if (!textId.isEmpty()) // an empty one was blanked, and has been used
+            textIds.append({textId, textKey});
     }
     JsonDataIteratorTextIdTranslator::compute(object, value);
     for (const auto& [textId, textKey] : qAsConst(textIds)) {
