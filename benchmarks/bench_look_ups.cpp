@@ -116,9 +116,11 @@ struct LookUps {
         , manyMissingUrls(misspelt(folder.urls(), 10))
         , ids(toIds(folder.urls()))
         , walk(folder, TextFolder::languageKeys())
-        , texts(folder.languages(), TextFolder::language(), TextFolder::shortFolder())
-        , crowdedTexts(folder.languages(), TextFolder::language(), TextFolder::shortFolder())
-        , incompleteTexts(folder.incompleteLanguages(), TextFolder::language(),
+        // The language is no literal: a device reads it from its settings.
+        , texts(folder.languages(), copyOf(TextFolder::language()), TextFolder::shortFolder())
+        , crowdedTexts(folder.languages(), copyOf(TextFolder::language()),
+                       TextFolder::shortFolder())
+        , incompleteTexts(folder.incompleteLanguages(), copyOf(TextFolder::language()),
                           TextFolder::shortFolder())
         , translator(folder)
         , gettext(folder)

@@ -27,6 +27,16 @@ void QMutex::lock()
     __tsan_acquire(this);
 }
 
+bool QMutex::tryLock(int timeout)
+{
+    static const auto tryLockInQt =
+        reinterpret_cast<bool (*)(QMutex*, int)>(dlsym(RTLD_NEXT, "_ZN6QMutex7tryLockEi"));
+    const bool isLocked = tryLockInQt(this, timeout);
+    if (isLocked)
+        __tsan_acquire(this);
+    return isLocked;
+}
+
 void QMutex::unlock() noexcept
 {
     static const MutexOperation unlockInQt = findQtOperation("_ZN6QMutex6unlockEv");
