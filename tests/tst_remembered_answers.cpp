@@ -139,7 +139,8 @@ void RememberedAnswersTest::takesNoMoreMemoryForMadeUpUrls()
         manager.getText("A", ok, made, false);
         manager.getShortText(made, ok, made);
     }
-    QVERIFY2(residentMegabytes() - before < 60, qPrintable(QString::number(residentMegabytes())));
+    // Unbounded it would be several hundred; a sanitizer multiplies what is kept.
+    QVERIFY2(residentMegabytes() - before < 200, qPrintable(QString::number(residentMegabytes())));
 }
 
 QTEST_GUILESS_MAIN(RememberedAnswersTest)
