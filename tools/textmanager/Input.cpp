@@ -41,7 +41,6 @@ Input::Input(const QString& name, std::FILE* file)
 
 Input::~Input()
 {
-    std::free(m_Line);
     if (m_File != stdin)
         std::fclose(m_File);
 }
@@ -66,18 +65,21 @@ std::optional<QByteArray> Input::readAll()
 
 bool Input::readLine(QByteArray& line)
 {
-    // Qt reads lines from a pipe byte by byte, and the streams of C++ know no reason of a failure.
-    const auto size = ::getline(&m_Line, &m_LineSize, m_File);
-    if (size < 0 && !std::feof(m_File)) // out of memory is no error of the file
+    // Qt reads lines from a pipe byte by byte from the system, and the streams of C++ know no
+    // reason of a failure. getline() would keep a line without end.
+    constexpr int longestLine = 64 * 1024 * 1024;
+    line.clear();
+    m_IsLineTooLong = false;
+    int byte = getc_unlocked(m_File);
+    const bool isAtEnd = byte == EOF;
+    for (; byte != EOF && byte != '\n'; byte = getc_unlocked(m_File)) {
+        m_IsLineTooLong = line.size() == longestLine;
+        if (!m_IsLineTooLong)
+            line.append(static_cast<char>(byte));
+    }
+    if (std::ferror(m_File))
         reportFailure(errno);
-    if (size > limitInBytes)
-        reportFailure(EFBIG);
-    if (size < 0 || m_IsBroken)
-        return false;
-    line = QByteArray(m_Line, static_cast<int>(size));
-    if (line.endsWith('\n'))
-        line.chop(1);
-    return true;
+    return !isAtEnd && !m_IsBroken;
 }
 
 void Input::reportFailure(int error)

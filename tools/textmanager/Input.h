@@ -26,11 +26,15 @@ public:
     std::optional<QByteArray> readAll();
 
     /**
-     * Reads the next line as soon as it is there, without its line break.
+     * Reads the next line as soon as it is there, without its line break. Of one that is too long,
+     * only the beginning is kept: see isLineTooLong().
      *
      * @return false at the end, and, after a message, when it could not be read further.
      */
     bool readLine(QByteArray& line);
+
+    /** Whether the last line was longer than the 64 MiB that are kept of one. */
+    bool isLineTooLong() const { return m_IsLineTooLong; }
 
     /** Whether a message said that it could not be read to its end. */
     bool isBroken() const { return m_IsBroken; }
@@ -41,7 +45,6 @@ private:
 
     const QString m_StrName;
     std::FILE* const m_File;
-    char* m_Line = nullptr; ///< where getline() puts a line, as long as the longest so far
-    std::size_t m_LineSize = 0;
+    bool m_IsLineTooLong = false;
     bool m_IsBroken = false;
 };

@@ -102,6 +102,14 @@ ExitStatus translateLines(TextIdTranslation& translation, Input& input)
     QByteArray bytes;
     for (int line = 1; input.readLine(bytes); ++line) {
         QJsonDocument document;
+        if (input.isLineTooLong()) {
+            printMessage(QStringLiteral("%1:%2: the line is too long. Write no more than 64 MiB in "
+                                        "one.")
+                             .arg(input.name())
+                             .arg(line));
+            status = AnswerIsNo;
+            continue;
+        }
         if (bytes.trimmed().isEmpty())
             continue;
         if (!parse(bytes, input.name(), line, document)) {
