@@ -21,7 +21,7 @@ void AnswerMemory::remember(const QString& languageKey, const QString& textUrl,
                             const Answer& answer, bool isLanguageLoaded)
 {
     if (isLanguageLoaded && !answer.text.isEmpty()) {
-        textsOf(languageKey).insert(ownCopy(textUrl), answer);
+        m_Texts[ownCopy(languageKey)].insert(textUrl, answer);
         return;
     }
     if (textUrl.size() > longestUrl || languageKey.size() > longestUrl)
@@ -38,25 +38,16 @@ void AnswerMemory::clear()
     m_Others.clear();
 }
 
-AnswerMemory::AnswersByUrl& AnswerMemory::textsOf(const QString& languageKey)
+const AnswerTable* AnswerMemory::findTextsAnew(const QString& languageKey)
 {
-    auto texts = m_Texts.find(languageKey);
-    if (texts == m_Texts.end()) {
-        m_RecentLanguages.fill({}); // a new language may move the texts of the others
-        texts = m_Texts.insert(ownCopy(languageKey), AnswersByUrl());
-    }
-    return texts.value();
-}
-
-const AnswerMemory::AnswersByUrl* AnswerMemory::findTextsAnew(const QString& languageKey)
-{
-    const auto texts = m_Texts.constFind(languageKey);
-    if (texts == m_Texts.constEnd())
+    const auto texts = m_Texts.find(languageKey);
+    if (texts == m_Texts.end())
         return nullptr;
+    const auto& [key, table] = *texts;
     // Shared, it is known again without being compared. Borrowed characters have no capacity.
     const bool isSafeToShare = languageKey.capacity() > 0 && languageKey.capacity() <= longestUrl;
-    recentSlot(languageKey) = {isSafeToShare ? languageKey : texts.key(), &texts.value()};
-    return &texts.value();
+    recentSlot(languageKey) = {isSafeToShare ? languageKey : key, &table};
+    return &table;
 }
 
 const Answer* AnswerMemory::findOther(const QString& languageKey, const QString& textUrl) const

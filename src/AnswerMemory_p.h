@@ -1,16 +1,13 @@
 #pragma once
 
+#include "AnswerTable_p.h"
+
 #include <QHash>
 #include <QPair>
 #include <QString>
 
 #include <array>
-
-/** What a look-up by text URL came to. */
-struct Answer {
-    QString text;
-    bool ok = false;
-};
+#include <unordered_map>
 
 /**
  * Answers of one kind of look-up by language and text URL, so that a text that is asked for again
@@ -28,10 +25,9 @@ public:
     /** The remembered answer, until the next call of any operation; null when there is none. */
     const Answer* find(const QString& languageKey, const QString& textUrl)
     {
-        if (const AnswersByUrl* texts = findTexts(languageKey)) {
-            const auto text = texts->constFind(textUrl);
-            if (text != texts->constEnd())
-                return &text.value();
+        if (const AnswerTable* texts = findTexts(languageKey)) {
+            if (const Answer* text = texts->find(textUrl))
+                return text;
         }
         return findOther(languageKey, textUrl);
     }
@@ -40,15 +36,13 @@ public:
     void clear();
 
 private:
-    using AnswersByUrl = QHash<QString, Answer>;
-
     /** Where the texts of a language were found last, so that they are found without a hash. */
     struct RecentLanguage {
         QString key;
-        const AnswersByUrl* texts = nullptr;
+        const AnswerTable* texts = nullptr;
     };
 
-    const AnswersByUrl* findTexts(const QString& languageKey)
+    const AnswerTable* findTexts(const QString& languageKey)
     {
         const RecentLanguage& recent = recentSlot(languageKey);
         const bool isFound = recent.texts != nullptr &&
@@ -61,11 +55,10 @@ private:
         const unsigned first = languageKey.isEmpty() ? 0 : languageKey.at(0).unicode();
         return m_RecentLanguages[first % m_RecentLanguages.size()];
     }
-    AnswersByUrl& textsOf(const QString& languageKey);
-    const AnswersByUrl* findTextsAnew(const QString& languageKey);
+    const AnswerTable* findTextsAnew(const QString& languageKey);
     const Answer* findOther(const QString& languageKey, const QString& textUrl) const;
 
-    QHash<QString, AnswersByUrl> m_Texts;
+    std::unordered_map<QString, AnswerTable> m_Texts;
     QHash<QPair<QString, QString>, Answer> m_Others;
     std::array<RecentLanguage, 16> m_RecentLanguages;
 };
