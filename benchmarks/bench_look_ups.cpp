@@ -13,9 +13,14 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <deque>
+#include <functional>
+#include <future>
 #include <numeric>
 #include <random>
+#include <thread>
 #include <vector>
 
 namespace
@@ -153,13 +158,9 @@ struct LookUps {
     std::deque<HashPeer> hashes; ///< one for each language
 };
 
-/**
- * Has @p answer answer every key, in one thread or more, once its answers were seen to be those
- * that are @p expected.
- */
+/** Whether @p answer answers every key as expected; what it remembers is remembered afterwards. */
 template<typename Key, typename Answer>
-bool add(const char* name, const Keys<Key>& keys, const Keys<QString>& expected, Answer answer,
-         int threads = 1)
+bool isRight(const char* name, const Keys<Key>& keys, const Keys<QString>& expected, Answer answer)
 {
     // What is remembered of the answers is not to lie in memory in the order of the later look-ups.
     std::vector<std::size_t> order(keys.size());
@@ -173,19 +174,86 @@ bool add(const char* name, const Keys<Key>& keys, const Keys<QString>& expected,
         }
     }
 
-    const auto lookUp = [&keys, answer](benchmark::State& state) {
-        const auto thread = static_cast<std::size_t>(state.thread_index());
-        std::size_t next = thread * keys.size() / static_cast<std::size_t>(state.threads());
-        for (auto _ : state) {
-            benchmark::DoNotOptimize(answer(keys[next]));
-            if (++next == keys.size())
-                next = 0;
-        }
+    return true;
+}
+
+template<typename Key>
+class Round
+{
+public:
+    explicit Round(const Keys<Key>& keys, std::size_t first = 0)
+        : m_Keys(keys)
+        , m_Next(first)
+    {
+    }
+    const Key& next()
+    {
+        const Key& key = m_Keys[m_Next];
+        if (++m_Next == m_Keys.size())
+            m_Next = 0;
+        return key;
+    }
+
+private:
+    const Keys<Key>& m_Keys;
+    std::size_t m_Next;
+};
+
+/** Looks the keys up, one after the other, once the answers were seen to be those expected. */
+template<typename Key, typename Answer>
+bool add(const char* name, const Keys<Key>& keys, const Keys<QString>& expected, Answer answer)
+{
+    if (!isRight(name, keys, expected, answer))
+        return false;
+    benchmark::RegisterBenchmark(name, [&keys, answer](benchmark::State& state) {
+        Round round(keys);
+        for (auto _ : state)
+            benchmark::DoNotOptimize(answer(round.next()));
         state.SetItemsProcessed(state.iterations());
+    });
+    return true;
+}
+
+/**
+ * The same in one thread, and in two at once: for a while, and counting what all of them look up in
+ * it, so that it makes no difference how they share it.
+ */
+template<typename Answer>
+bool addThreads(const char* name, const Keys<QString>& keys, const Keys<QString>& expected,
+                Answer answer)
+{
+    if (!isRight(name, keys, expected, answer))
+        return false;
+    const auto lookUp = [&keys, answer](std::size_t first, const std::atomic<bool>& isOver) {
+        constexpr int lookUpsAtATime = 100;
+        Round round(keys, first);
+        int64_t count = 0;
+        for (; !isOver; count += lookUpsAtATime) {
+            for (int i = 0; i < lookUpsAtATime; ++i)
+                benchmark::DoNotOptimize(answer(round.next()));
+        }
+        return count;
     };
-    auto* const registered = benchmark::RegisterBenchmark(name, lookUp);
-    if (threads > 1)
-        registered->ThreadRange(1, threads)->UseRealTime();
+    const auto lookUpAtOnce = [&keys, lookUp](benchmark::State& state) {
+        const auto threads = static_cast<std::size_t>(state.range());
+        int64_t count = 0;
+        for (auto _ : state) {
+            std::atomic<bool> isOver = false;
+            const auto start = std::chrono::steady_clock::now();
+            std::vector<std::future<int64_t>> counts;
+            for (std::size_t i = 0; i < threads; ++i)
+                counts.push_back(std::async(std::launch::async, lookUp, i * keys.size() / threads,
+                                            std::cref(isOver)));
+            std::this_thread::sleep_for(std::chrono::milliseconds(200));
+            isOver = true;
+            const std::chrono::duration<double> duration = std::chrono::steady_clock::now() - start;
+            state.SetIterationTime(duration.count());
+            for (auto& each : counts)
+                count += each.get();
+        }
+        state.SetItemsProcessed(count);
+    };
+    benchmark::RegisterBenchmark(name, lookUpAtOnce)->Arg(1)->Arg(2)->UseManualTime();
     return true;
 }
 
@@ -211,7 +279,7 @@ bool addLibrary(const LookUps& lookUps)
     };
     const auto walk = [&](const QString& url) { return lookUps.walk.text(url); };
     return add("getText", lookUps.urls, direct, getText) &&
-           add("getText/threads", lookUps.urls, direct, getText, 2) &&
+           addThreads("getText/threads", lookUps.urls, direct, getText) &&
            add("getText/fallback", lookUps.urlsShownInFull, english, getFallbackText) &&
            add("getText/missing", lookUps.missingUrls, nothing, getText) &&
            add("getText/many_missing", lookUps.manyMissingUrls, nothing, getCrowdedText) &&
@@ -245,7 +313,7 @@ bool addPeers(const LookUps& lookUps)
     return add("QTranslator", lookUps.ids, expected, translate) &&
            add("dgettext", lookUps.ids, expected, dgettext) &&
            add("ICU", lookUps.ids, expected, icu) && add("QHash", lookUps.urls, expected, hash) &&
-           add("QHash/threads", lookUps.urls, expected, hash, 2);
+           addThreads("QHash/threads", lookUps.urls, expected, hash);
 }
 
 /** Every text in one of the languages, so that the language changes from look-up to look-up. */

@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Prints what scripts/benchmark measured as tables in Markdown: the ratios that have a goal, and what else there is.
 
-Every figure is the median of its repetitions; what one thread does is measured in processor time.
+Every figure is the median of its repetitions; what one thread does is measured in processor time. A ratio counts as it
+is shown, with two decimals: the next one is noise.
 """
 
 import argparse
@@ -48,7 +49,7 @@ def goals(look_ups, loading, memory, editing, translation):
     """What is measured, against what, and how much of that it may be at most."""
     direct, one_thread, two_threads = (
         look_ups["getText" + variant] for variant in
-        ("", "/threads/real_time/threads:1", "/threads/real_time/threads:2"))
+        ("", "/threads/1/manual_time", "/threads/2/manual_time"))
     return [
         ("`getText` against `QTranslator::translate`", show_time, direct, look_ups["QTranslator"], 0.5),
         ("`getText` against `dgettext`", show_time, direct, look_ups["dgettext"], 0.4),
@@ -86,7 +87,7 @@ def others(look_ups, listing, start, memory):
         ("`getText` in three languages in turn, against three such `QHash`",
          ratio(look_ups["getText/languages"], look_ups["QHash/languages"])),
         ("The `QHash`: time for a text, two threads looking up at once, against one thread",
-         ratio(look_ups["QHash/threads/real_time/threads:2"], look_ups["QHash/threads/real_time/threads:1"])),
+         ratio(look_ups["QHash/threads/2"], look_ups["QHash/threads/1"])),
         ("`getAvailableUrls` on 50,000 texts", show_time(listing["getAvailableUrls"])),
         ("The start of a text manager over 150 languages of 1,000 texts", show_time(start["load"])),
         ("Its reload when no file has changed", show_time(start["reload"])),
@@ -116,9 +117,10 @@ def main():
              "| Figure | Measured | Against | Ratio | At most | Goal |", "|---|---|---|---|---|---|"]
     missed = 0
     for figure, show, measured, against, most in goals(look_ups, loading, memory, editing, translation):
-        is_missed = measured > most * against
+        ratio = round(measured / against, 2)
+        is_missed = ratio > most
         missed += is_missed
-        lines.append(f"| {figure} | {show(measured)} | {show(against)} | {measured / against:.2f} | {most} "
+        lines.append(f"| {figure} | {show(measured)} | {show(against)} | {ratio:.2f} | {most} "
                      f"| {'**missed**' if is_missed else 'met'} |")
     lines += ["", "| Other figures | Measured |", "|---|---|"]
     lines += [f"| {figure} | {measured} |" for figure, measured in others(look_ups, listing, start, memory)]

@@ -4,6 +4,7 @@
 #include "LanguageDefinitions.h"
 #include "LanguageInformation.h"
 #include "LanguageInformation_p.h"
+#include "LookUpLocker_p.h"
 #include "TextManagerMemory_p.h"
 
 #include "PropertyManagerConst.h"
@@ -12,7 +13,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QMutexLocker>
-#include <QThread>
 
 namespace
 {
@@ -21,39 +21,6 @@ QString languageFileName(const QString& languageName)
 {
     return languageName + QLatin1Char('.') + PropertyManagerConst::getLanguageFileExtension();
 }
-
-/**
- * Holds the mutex for a look-up. One of another thread is over before this one could be put to
- * sleep and woken again, so it is waited for awake, for a while.
- */
-class LookUpLocker
-{
-public:
-    explicit LookUpLocker(QMutex& mutex)
-        : m_Mutex(mutex)
-    {
-        if (!m_Mutex.tryLock())
-            waitForOthers();
-    }
-    ~LookUpLocker() { m_Mutex.unlock(); }
-    Q_DISABLE_COPY_MOVE(LookUpLocker)
-
-private:
-    void waitForOthers()
-    {
-        constexpr int mostAttempts = 10;
-        constexpr int yieldsBetween = 100;
-        for (int attempt = 0; attempt < mostAttempts; ++attempt) {
-            for (int yields = 0; yields < yieldsBetween; ++yields)
-                QThread::yieldCurrentThread();
-            if (m_Mutex.tryLock())
-                return;
-        }
-        m_Mutex.lock();
-    }
-
-    QMutex& m_Mutex;
-};
 
 } // namespace
 
@@ -155,7 +122,7 @@ QStringList TextManagerBase::getAvailableLanguages() const
 QString TextManagerBase::getText(const QString& textUrl, bool& ok, const QString& languageKey,
                                  bool skipLanguageSelection) const
 {
-    const LookUpLocker locker(m_Mutex);
+    const LookUpLocker locker(m_Mutex, m_Memory->patience);
     const bool isCurrentLanguageMeant = languageKey.isEmpty() && !skipLanguageSelection;
     return fullText(textUrl, ok, isCurrentLanguageMeant ? m_StrLanguageName : languageKey);
 }
@@ -164,7 +131,7 @@ QString TextManagerBase::getText(const QString& textUrl, const QString& language
 {
     // Not through the form with the flag: this is the look-up that screens are made of, and what is
     // remembered is found here without another call.
-    const LookUpLocker locker(m_Mutex);
+    const LookUpLocker locker(m_Mutex, m_Memory->patience);
     const QString& key = languageKey.isEmpty() ? m_StrLanguageName : languageKey;
     m_Memory->keepAnswersOnlyFor(m_LanguageMap, m_ShortLanguageMap);
     if (const Answer* remembered = m_Memory->texts.find(key, textUrl))
@@ -176,7 +143,7 @@ QString TextManagerBase::getText(const QString& textUrl, const QString& language
 QString TextManagerBase::getShortText(const QString& textUrl, bool& ok,
                                       const QString& languageKey) const
 {
-    const LookUpLocker locker(m_Mutex);
+    const LookUpLocker locker(m_Mutex, m_Memory->patience);
     const QString key = selectSuitableLanguageKey(languageKey);
     return answer(&TextManagerMemory::shortTexts, textUrl, ok, key, [&] {
         const QString shortText = getObjectFromMap(m_ShortLanguageMap, textUrl, ok, key,

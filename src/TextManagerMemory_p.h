@@ -2,13 +2,15 @@
 
 #include "AnswerMemory_p.h"
 #include "LanguageFile_p.h"
+#include "LookUpLocker_p.h"
 
 #include <QHash>
 #include <QJsonObject>
 #include <QMap>
 #include <QString>
 
-/** What a text manager remembers so as not to do it again. Its mutex guards it. */
+/** What a text manager remembers so as not to do it again. Its mutex guards all but the patience.
+ */
 class TextManagerMemory
 {
 public:
@@ -40,6 +42,7 @@ public:
         m_ShortLanguageMap.clear();
     }
 
+    LookUpPatience patience;
     AnswerMemory texts;
     AnswerMemory shortTexts;
     Files files;      ///< the files of the language folder by language key

@@ -49,6 +49,7 @@ class RememberedAnswersTest : public QObject
 
 private Q_SLOTS:
     void answersAsIfNothingWereRemembered();
+    void tellsUrlsOfOneHashApart();
     void takesNoMoreMemoryForMadeUpUrls();
 
 private:
@@ -124,6 +125,26 @@ void RememberedAnswersTest::answersAsIfNothingWereRemembered()
             QCOMPARE(outcome([&](bool& ok) { return manager.getText(url, ok, key, true); }),
                      outcome([&](bool& ok) { return manager.getTextPlainly(url, ok, key); }));
         }
+    }
+}
+
+void RememberedAnswersTest::tellsUrlsOfOneHashApart()
+{
+    // Two of one length that share a hash with this seed share one with every other seed, too.
+    QHash<uint, QString> urls;
+    QString one, other;
+    while (other.isEmpty()) {
+        one = QString::number(m_Random(), 16).rightJustified(8, '0');
+        QString& known = urls[qHash(one, 1)];
+        if (known != one)
+            std::swap(known, known.isEmpty() ? one : other);
+    }
+    const auto node = [](const QString& text) { return QJsonObject{{"text", text}}; };
+    QJsonObject document{{"Content", QJsonObject{{one, node("one")}, {other, node("other")}}}};
+    const TextManagerBase manager("de_DE", document);
+    for (int count = 0; count < 2; ++count) {
+        QCOMPARE(manager.getText(one, "de_DE"), "one");
+        QCOMPARE(manager.getText(other, "de_DE"), "other");
     }
 }
 

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QMutex>
+
+#include <atomic>
+#include <chrono>
+
+/**
+ * How long a look-up leaves the mutex alone that it finds taken: a moment; but twice as long as the
+ * last time, if that is not long ago, so that turns grow while threads look up all the time.
+ *
+ * The threads share it, else the least patient one would get the longest turns.
+ */
+class LookUpPatience
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    Clock::duration next() const;
+    void startTurn(Clock::duration patience);
+
+private:
+    // Read by threads that do not have the mutex.
+    std::atomic<Clock::duration> m_Last{Clock::duration::zero()};
+    std::atomic<Clock::time_point> m_TurnStart{Clock::time_point()};
+};
+
+/**
+ * Holds a mutex for a look-up.
+ *
+ * A look-up of another thread is over before this one could be put to sleep and woken again, so it
+ * is waited for awake. Threads that look up all the time take turns of many look-ups: at each
+ * change the mutex and the texts move to another processor, which takes longer than a look-up.
+ */
+class LookUpLocker
+{
+public:
+    LookUpLocker(QMutex& mutex, LookUpPatience& patience)
+        : m_Mutex(mutex)
+    {
+        if (!m_Mutex.tryLock())
+            waitForTurn(patience);
+    }
+    ~LookUpLocker() { m_Mutex.unlock(); }
+    Q_DISABLE_COPY_MOVE(LookUpLocker)
+
+private:
+    void waitForTurn(LookUpPatience& patience);
+    bool tryRepeatedly();
+
+    QMutex& m_Mutex;
+};
