@@ -244,7 +244,7 @@ bool addThreads(const char* name, const Keys<QString>& keys, const Keys<QString>
             for (std::size_t i = 0; i < threads; ++i)
                 counts.push_back(std::async(std::launch::async, lookUp, i * keys.size() / threads,
                                             std::cref(isOver)));
-            std::this_thread::sleep_for(std::chrono::milliseconds(200));
+            std::this_thread::sleep_for(std::chrono::milliseconds(500));
             isOver = true;
             const std::chrono::duration<double> duration = std::chrono::steady_clock::now() - start;
             state.SetIterationTime(duration.count());

@@ -23,7 +23,7 @@ void leaveAlone(Clock::duration duration)
 Clock::duration LookUpPatience::next() const
 {
     constexpr Clock::duration shortest = 1us;
-    constexpr Clock::duration longest = 1ms;
+    constexpr Clock::duration longest = 4ms;
     const Clock::duration last = m_Last;
     const bool isSoon = Clock::now() - m_TurnStart.load() < 4 * last;
     return isSoon ? std::min(2 * last, longest) : shortest;
@@ -37,7 +37,7 @@ void LookUpPatience::startTurn(Clock::duration patience)
 
 void LookUpLocker::waitForTurn(LookUpPatience& patience)
 {
-    constexpr int mostWaits = 10;
+    constexpr int mostWaits = 5;
     const Clock::duration duration = patience.next();
     bool isLocked = false;
     for (int wait = 0; wait < mostWaits && !isLocked; ++wait) {
