@@ -58,13 +58,18 @@ QString FileFinding::toString() const
     return QStringLiteral("%1:%2:%3: %4").arg(path).arg(line).arg(column).arg(fault);
 }
 
-QVector<FileFinding> findLeftOutFiles(const QString& folderPath)
+QFileInfoList listLanguageFiles(const QString& folderPath)
 {
     const QStringList nameFilters = {QLatin1Char('*') +
                                      PropertyManagerConst::getLanguageFileExtension()};
+    return QDir(folderPath).entryInfoList(nameFilters);
+}
+
+QVector<FileFinding> findLeftOutFiles(const QString& folderPath)
+{
     QVector<FileFinding> findings;
     QMap<QString, QString> loadedPaths;
-    const QFileInfoList entries = QDir(folderPath).entryInfoList(nameFilters);
+    const QFileInfoList entries = listLanguageFiles(folderPath);
     for (const QFileInfo& entry : entries) {
         if (const auto finding = findFault(entry.filePath())) {
             findings.append(*finding);

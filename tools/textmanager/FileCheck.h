@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFileInfoList>
 #include <QString>
 #include <QVector>
 
@@ -19,6 +20,9 @@ struct FileFinding {
 
 /** Why the library does not take a file with this content; nothing when it does. */
 std::optional<FileFinding> findFault(const QString& path, const QByteArray& bytes);
+
+/** All that a text manager tries to load from a language folder, folders of such names among it. */
+QFileInfoList listLanguageFiles(const QString& folderPath);
 
 /**
  * The files of a language folder that a text manager leaves out without a word: unreadable,

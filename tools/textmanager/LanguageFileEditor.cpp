@@ -53,12 +53,10 @@ bool isLanguageKey(const QString& language)
 /** The files whose texts a text manager would load under the key @p language. */
 QStringList filesOfLanguage(const QString& folderPath, const QString& language)
 {
-    const QStringList nameFilters = {QLatin1Char('*') +
-                                     PropertyManagerConst::getLanguageFileExtension()};
     QStringList paths;
-    const QFileInfoList entries = QDir(folderPath).entryInfoList(nameFilters, QDir::Files);
+    const QFileInfoList entries = listLanguageFiles(folderPath);
     for (const QFileInfo& entry : entries) {
-        if (entry.baseName() == language)
+        if (entry.isFile() && entry.baseName() == language)
             paths.append(entry.filePath());
     }
     return paths;

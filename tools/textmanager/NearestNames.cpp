@@ -40,8 +40,6 @@ int distanceOfNames(const QString& wanted, const QString& candidate)
                     otherPlaceInTheTree + editDistance(lastKey(from), lastKey(to)));
 }
 
-} // namespace
-
 QStringList findNearestNames(const QString& name, const QStringList& names)
 {
     constexpr int mostNames = 3;
@@ -60,6 +58,8 @@ QStringList findNearestNames(const QString& name, const QStringList& names)
         nearest.append(nearName.second);
     return nearest;
 }
+
+} // namespace
 
 QString suggestNames(const QString& name, const QStringList& names)
 {

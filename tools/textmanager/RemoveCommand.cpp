@@ -19,13 +19,8 @@ bool areThere(const QStringList& urls, const QJsonObject& document)
     for (const QString& url : urls) {
         if (valueAt(storagePathOf(url, document), document).isObject())
             continue;
-        const QStringList nearest =
-            findNearestNames(url, LanguageInformation().getAvailableUrls(document));
-        const QString hint =
-            nearest.isEmpty()
-                ? QString()
-                : QStringLiteral(" Did you mean %1?").arg(nearest.join(QStringLiteral(" or ")));
-        printMessage(QStringLiteral("%1: there is nothing to remove.%2").arg(url, hint));
+        printMessage(QStringLiteral("%1: there is nothing to remove.").arg(url) +
+                     suggestNames(url, LanguageInformation().getAvailableUrls(document)));
         areAllThere = false;
     }
     return areAllThere;
