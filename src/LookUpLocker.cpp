@@ -7,38 +7,43 @@
 namespace
 {
 
-using namespace std::chrono_literals;
-using Clock = LookUpPatience::Clock;
+using Microseconds = LookUpPatience::Microseconds;
+
+Microseconds now()
+{
+    const auto time = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<Microseconds>(time);
+}
 
 /** Awake, but behind every other thread that wants the processor. */
-void leaveAlone(Clock::duration duration)
+void leaveAlone(Microseconds duration)
 {
-    const Clock::time_point end = Clock::now() + duration;
-    while (Clock::now() < end)
+    const Microseconds start = now();
+    while (now() - start <= duration)
         QThread::yieldCurrentThread();
 }
 
 } // namespace
 
-Clock::duration LookUpPatience::next() const
+Microseconds LookUpPatience::next() const
 {
-    constexpr Clock::duration shortest = 1us;
-    constexpr Clock::duration longest = 4ms;
-    const Clock::duration last = m_Last;
-    const bool isSoon = Clock::now() - m_TurnStart.load() < 4 * last;
-    return isSoon ? std::min(2 * last, longest) : shortest;
+    constexpr Microseconds shortest(1);
+    constexpr Microseconds longest(4000);
+    const Microseconds last = m_Last;
+    const bool isSoon = now() - m_TurnStart.load() < 4 * last;
+    return isSoon ? std::min<Microseconds>(2 * last, longest) : shortest;
 }
 
-void LookUpPatience::startTurn(Clock::duration patience)
+void LookUpPatience::startTurn(Microseconds patience)
 {
     m_Last = patience;
-    m_TurnStart = Clock::now();
+    m_TurnStart = now();
 }
 
 void LookUpLocker::waitForTurn(LookUpPatience& patience)
 {
     constexpr int mostWaits = 5;
-    const Clock::duration duration = patience.next();
+    const Microseconds duration = patience.next();
     bool isLocked = false;
     for (int wait = 0; wait < mostWaits && !isLocked; ++wait) {
         leaveAlone(duration);

@@ -14,15 +14,16 @@
 class LookUpPatience
 {
 public:
-    using Clock = std::chrono::steady_clock;
+    /** In 32 bits, which every processor reads at once; they begin anew each hour or so. */
+    using Microseconds = std::chrono::duration<quint32, std::micro>;
 
-    Clock::duration next() const;
-    void startTurn(Clock::duration patience);
+    Microseconds next() const;
+    void startTurn(Microseconds patience);
 
 private:
     // Read by threads that do not have the mutex.
-    std::atomic<Clock::duration> m_Last{Clock::duration::zero()};
-    std::atomic<Clock::time_point> m_TurnStart{Clock::time_point()};
+    std::atomic<Microseconds> m_Last{Microseconds(0)};
+    std::atomic<Microseconds> m_TurnStart{Microseconds(0)};
 };
 
 /**
