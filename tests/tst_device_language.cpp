@@ -246,7 +246,7 @@ void DeviceLanguageTest::isNotHeldUpByABusThatHangs()
     QVERIFY(watch.waitForFinished(10'000));
     close(bus);
     QCOMPARE(watch.exitStatus(), QProcess::NormalExit);
-    QVERIFY(watch.readAllStandardError().contains(invalidPointer.toUtf8()));
+    QCOMPARE(watch.readAllStandardError().count("service of the device is not on the bus"), 1);
 }
 
 void DeviceLanguageTest::describesItself()
@@ -324,6 +324,8 @@ void DeviceLanguageTest::refusesFaultyFiles_data()
         []                                     | : expected an object, found an array
         {"configuraton": {}}                   | : configuraton: expected configuration, dynamic
         {"configuration": {"I": {}, "I": {}}}  | : the key configuration/I stands there twice
+        {"": {}, "": {}}                       | : the key "" stands there twice
+        7                                      | :1:1: malformed JSON: found a number
         {"dynamicTexts": {"I": {"U": []}}}     | : dynamicTexts/I/U: expected an object, found an
         {"configuration": {"I": {"M": {"K": [{"a": null}]}}}} | : configuration/I/M/K[0]/a: null is
         {"statusDisplay": {"available": true}} | : statusDisplay/folder: expected a text, found not

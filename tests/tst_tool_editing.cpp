@@ -89,7 +89,10 @@ void ToolEditingTest::edits_data()
         {"M": {"text": "x"}, "Save": {"text": "", "comment": ""}} | remove DIR de M Sav M/text | | 1 | same | Sav: there is nothing to remove. Did you mean Save?\ntextmanager: M/text: there is
         {"M": {"text": "a", "comment": ""}}        | set DIR de --batch - | ﻿{"url": "M", "text": "\t"}\n\nN#b#ü\r\nM##c | 0 | {"M": {"text": "\t", "comment": "c"}, "N": {"text": "b", "comment": "ü"}} |
         {"M": {}}                                  | set DIR de --batch - | M#b\n\nM/#t                   | 1 | same | standard input:3: M/: cannot be written: it has an empty key
-        {"M": {}}                                  | set DIR de --batch - | M#b\nM\nM#b#c#d               | 2 | same | standard input:2:1: found 1 columns; expected a URL
+        {"M": {}}                                  | set DIR de --batch - | M#b\nM\nM#b#c#d               | 2 | same | standard input:2:1: found a URL alone; expected
+        {"M": {}}                                  | set DIR de --batch - | M#"say ""b"", c"#""             | 0 | {"M": {"text": "say \"b\", c"}} | M: has no comment yet
+        {"M": {}}                                  | set DIR de --batch - | M#b\nM#"c\nd"#e               | 2 | same | standard input:2:1: the quotation marks of column 2 do not fit
+        {"M": {}}                                  | set DIR de --batch - | {"url": "M", "text": "b", "text": "c"} | 2 | same | standard input:1:1: "text" stands there twice
         {"M": {}}                                  | set DIR de --batch - | M#b\n{"url": "M" "text": "c"} | 2 | same | standard input:2:18: malformed JSON
         {"M": {}}                                  | set DIR de --batch - | {"url": "M", "text": 1}       | 2 | same | standard input:1:1: unexpected "text"; expected an object with
         {"M": {}}                                  | set DIR de --batch - | M#b\n?#c                      | 2 | same | standard input:2:1: is not encoded in UTF-8

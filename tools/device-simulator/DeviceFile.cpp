@@ -180,24 +180,23 @@ QString DeviceFile::load()
 {
     QFile file(m_StrPath);
     if (!file.open(QIODevice::ReadOnly))
-        return QStringLiteral("%1: cannot be read: %2").arg(m_StrPath, file.errorString());
+        return QStringLiteral("%1: cannot be read: %2. Give a file such as "
+                              "examples/device/device.json.")
+            .arg(m_StrPath, file.errorString());
     m_Bytes = file.readAll();
     QJsonDocument document;
     std::optional<JsonFault> malformed = parseJson(m_Bytes, document);
     const std::optional<QString> repeatedKey = findRepeatedKey(m_Bytes);
     if (!malformed && !repeatedKey)
         malformed = describeMalformedJson(m_Bytes, QJsonParseError());
+    const QString advice = QStringLiteral(". Correct it there; it was left as it is.");
     if (malformed)
-        return QStringLiteral("%1:%2:%3: %4")
-            .arg(m_StrPath)
-            .arg(malformed->line)
-            .arg(malformed->column)
-            .arg(malformed->reason);
+        return malformed->in(m_StrPath) + advice;
     const QString fault = document.isObject()
                               ? findLoss(document.object(), *repeatedKey)
                               : QStringLiteral("expected an object, found an array");
     if (!fault.isEmpty())
-        return QStringLiteral("%1: %2").arg(m_StrPath, fault);
+        return QStringLiteral("%1: %2").arg(m_StrPath, fault) + advice;
     m_Root = document.object();
     return QString();
 }

@@ -30,8 +30,9 @@ public:
     /**
      * Reads the file.
      *
-     * @return what is wrong with it, with line and column where it is no JSON; empty when it is
-     * sound. A key that stands twice in an object is a fault. A file with a fault is never written.
+     * @return what is wrong with it, with line and column where it is no JSON, and what to do;
+     * empty when it is sound. A key that stands twice in an object is a fault. A file with a fault
+     * is never written.
      */
     QString load();
 

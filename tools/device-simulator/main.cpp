@@ -52,7 +52,7 @@ ExitStatus simulate(const QString& path)
     DeviceFile file(path);
     const QString fault = file.load();
     if (!fault.isEmpty()) {
-        printMessage(QStringLiteral("%1. Correct it there; it was left as it is.").arg(fault));
+        printMessage(fault);
         return UnusableInput;
     }
 
@@ -81,7 +81,9 @@ ExitStatus run(const QStringList& words)
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("What the device has stored; what is set on the "
                                                 "bus is written there."));
-    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Describes the program."));
+    parser.addOption(help);
     const QCommandLineOption version = parser.addVersionOption();
     if (!parser.parse(words))
         return refuse(parser.errorText());

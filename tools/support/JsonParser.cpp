@@ -4,12 +4,19 @@
 
 #include <algorithm>
 
+QString JsonFault::in(const QString& name) const
+{
+    return QStringLiteral("%1:%2:%3: %4").arg(name).arg(line).arg(column).arg(reason);
+}
+
 JsonFault describeMalformedJson(const QByteArray& bytes, const QJsonParseError& qtError)
 {
     QString reason = qtError.errorString();
     int offset = qtError.offset - 1; // Qt's is behind the character that it refused
     try {
-        [[maybe_unused]] const auto parsed = nlohmann::json::parse(bytes.cbegin(), bytes.cend());
+        const auto parsed = nlohmann::json::parse(bytes.cbegin(), bytes.cend());
+        if (!parsed.is_structured())
+            reason = QStringLiteral("found a %1").arg(QLatin1String(parsed.type_name()));
     } catch (const nlohmann::json::parse_error& error) {
         // "[json.exception...] parse error at line L, column C: what was found and expected"
         reason = QString::fromUtf8(error.what()).section(QStringLiteral(": "), 1);

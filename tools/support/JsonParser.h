@@ -12,6 +12,9 @@ struct JsonFault {
     int line = 1;   ///< from 1
     int column = 1; ///< in characters, from 1
     QString reason; ///< "malformed JSON: " and what was found and expected; no full stop
+
+    /** "name:line:column: reason" for the text of that name. */
+    QString in(const QString& name) const;
 };
 
 /**

@@ -37,7 +37,7 @@ private:
     {
         QStringList keys;
         for (const Level& level : m_Levels)
-            keys.append(level.key);
+            keys.append(level.key.isEmpty() ? QStringLiteral("\"\"") : level.key);
         return keys.join(QLatin1Char('/'));
     }
 

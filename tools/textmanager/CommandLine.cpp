@@ -18,7 +18,9 @@ CommandLine::CommandLine(const QString& command, const QString& description)
 void CommandLine::addValueOption(const QString& name, const QString& valueName,
                                  const QString& description, const QString& defaultValue)
 {
-    m_Parser.addOption(QCommandLineOption(name, description, valueName, defaultValue));
+    const QString byDefault =
+        defaultValue.isEmpty() ? QString() : QStringLiteral(" By default %1.").arg(defaultValue);
+    m_Parser.addOption(QCommandLineOption(name, description + byDefault, valueName, defaultValue));
 }
 
 void CommandLine::addSwitch(const QString& name, const QString& description)

@@ -1,6 +1,7 @@
 #include "EditBatch.h"
 
 #include "JsonParser.h"
+#include "RepeatedKey.h"
 
 #include "LanguageDefinitions.h"
 
@@ -25,6 +26,24 @@ std::optional<QString> decode(const QByteArray& bytes)
 std::optional<QString> unlessEmpty(const QString& text)
 {
     return text.isEmpty() ? std::nullopt : std::optional<QString>(text);
+}
+
+/**
+ * The text of a cell: spreadsheets write some in quotation marks, and then each of its own twice.
+ * Nothing when the marks do not fit, as in the part of a cell that goes on in the next line.
+ */
+std::optional<QString> unquote(const QString& cell)
+{
+    const QLatin1Char mark('"');
+    const QString doubleMark(2, mark);
+    if (!cell.startsWith(mark))
+        return cell;
+    QString text = cell.mid(1, cell.size() - 2);
+    const bool isSound =
+        cell.size() > 1 && cell.endsWith(mark) && !QString(text).remove(doubleMark).contains(mark);
+    if (!isSound)
+        return std::nullopt;
+    return text.replace(doubleMark, QString(mark));
 }
 
 } // namespace
@@ -63,6 +82,11 @@ void EditBatch::readJson(const QByteArray& line, int number)
         addFault(number, fault->column, fault->reason + QLatin1Char('.'));
         return;
     }
+    const QString repeatedKey = findRepeatedKey(line).value_or(QString());
+    if (!repeatedKey.isEmpty()) {
+        addFault(number, 1, QStringLiteral("\"%1\" stands there twice.").arg(repeatedKey));
+        return;
+    }
     const QJsonObject object = document.object();
     TextEdit edit;
     edit.line = number;
@@ -92,17 +116,32 @@ void EditBatch::readJson(const QByteArray& line, int number)
 
 void EditBatch::readColumns(const QString& line, int number)
 {
-    const QStringList columns = line.split(QLatin1Char('\t'));
+    QStringList columns;
+    for (const QString& cell : line.split(QLatin1Char('\t'))) {
+        const std::optional<QString> text = unquote(cell);
+        if (!text) {
+            addFault(number, 1,
+                     QStringLiteral("the quotation marks of column %1 do not fit. Write texts that "
+                                    "hold tabs or line breaks as JSON.")
+                         .arg(columns.size() + 1));
+            return;
+        }
+        columns.append(*text);
+    }
     const TextEdit edit{number, columns.first(), unlessEmpty(columns.value(1)),
                         unlessEmpty(columns.value(2))};
-    if (columns.size() <= 3 && (edit.text || edit.comment))
+    if (columns.size() <= 3 && (edit.text || edit.comment)) {
         m_Edits.append(edit);
-    else
-        addFault(number, 1,
-                 QStringLiteral("found %1 columns; expected a URL, a text and, if wanted, a "
-                                "comment, with a tab between two of them. Write texts that are "
-                                "empty or hold tabs or line breaks as JSON.")
-                     .arg(columns.size()));
+        return;
+    }
+    const QString found = columns.size() <= 3 ? QStringLiteral("a URL alone")
+                                              : QStringLiteral("%1 columns").arg(columns.size());
+    addFault(
+        number, 1,
+        QStringLiteral("found %1; expected a URL, a text and, if wanted, a comment, with a tab "
+                       "between two of them. Write texts that are empty or hold tabs or line "
+                       "breaks as JSON.")
+            .arg(found));
 }
 
 void EditBatch::addFault(int line, int column, const QString& fault)

@@ -25,12 +25,17 @@ void reportUnreadable(const QString& name, int error)
 std::unique_ptr<Input> Input::open(const QString& path)
 {
     if (path == QLatin1String("-"))
-        return std::unique_ptr<Input>(new Input(QStringLiteral("standard input"), stdin));
+        return std::unique_ptr<Input>(new Input(nameOf(path), stdin));
     std::FILE* file = std::fopen(QFile::encodeName(path).constData(), "r");
     if (file != nullptr)
         return std::unique_ptr<Input>(new Input(path, file));
     reportUnreadable(path, errno);
     return nullptr;
+}
+
+QString Input::nameOf(const QString& path)
+{
+    return path == QLatin1String("-") ? QStringLiteral("standard input") : path;
 }
 
 Input::Input(const QString& name, std::FILE* file)

@@ -19,6 +19,8 @@ public:
     ~Input();
     Q_DISABLE_COPY_MOVE(Input)
 
+    /** How messages call what is opened by a path. */
+    static QString nameOf(const QString& path);
     /** How messages call it: the path, or "standard input". */
     QString name() const { return m_StrName; }
 

@@ -99,14 +99,20 @@ QString lockPathOf(const QString& realPath)
     return info.dir().filePath(QStringLiteral(".%1.lock").arg(info.fileName()));
 }
 
-/** Leaves the file to its owner also when someone else, root for one, replaces it. */
-void keepOwner(const QString& filePath, int newFile)
+/**
+ * Leaves the file to its owner, with the permissions that he gave it, also when someone else, root
+ * for one, replaces it.
+ */
+void keepOwnerAndPermissions(const QString& filePath, int newFile)
 {
     struct stat old = {};
     if (::stat(QFile::encodeName(filePath).constData(), &old) != 0)
         return;
     // Only root may give a file away; for others it becomes theirs, as with any editor.
-    [[maybe_unused]] const int result = ::fchown(newFile, old.st_uid, old.st_gid);
+    [[maybe_unused]] const int ownerResult = ::fchown(newFile, old.st_uid, old.st_gid);
+    // Those that QSaveFile takes over are what whoever runs this may do, which for root is all.
+    constexpr mode_t permissionBits = 07777;
+    [[maybe_unused]] const int result = ::fchmod(newFile, old.st_mode & permissionBits);
 }
 
 /** Writes all; on a full disk the first part fits, and only the next write tells why no more do. */
@@ -284,7 +290,7 @@ bool LanguageFileEditor::replaceFile(const QByteArray& bytes)
     QSaveFile file(m_StrRealPath);
     if (!file.open(QIODevice::WriteOnly))
         return refuse(file.errorString());
-    keepOwner(m_StrRealPath, file.handle());
+    keepOwnerAndPermissions(m_StrRealPath, file.handle());
     if (!writeAll(file, bytes))
         return refuse(file.errorString());
     if (::fsync(file.handle()) != 0)

@@ -43,7 +43,7 @@ int distanceOfNames(const QString& wanted, const QString& candidate)
 QStringList findNearestNames(const QString& name, const QStringList& names)
 {
     constexpr int mostNames = 3;
-    const int farthest = std::max(2, name.size() / 4);
+    const int farthest = std::max(std::min(2, name.size() - 1), name.size() / 4);
 
     QVector<QPair<int, QString>> nearNames;
     for (const QString& candidate : names) {

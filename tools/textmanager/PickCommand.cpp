@@ -16,7 +16,8 @@ namespace
 /** The object on standard input; nothing, after a message, when there is none. */
 std::optional<QJsonObject> readObject()
 {
-    const auto bytes = Input::open(QStringLiteral("-"))->readAll();
+    const auto input = Input::open(QStringLiteral("-"));
+    const auto bytes = input->readAll();
     if (!bytes)
         return std::nullopt;
     QJsonDocument document;
@@ -24,12 +25,10 @@ std::optional<QJsonObject> readObject()
     if (!malformed && document.isObject())
         return document.object();
     const JsonFault fault = malformed.value_or(JsonFault{1, 1, QStringLiteral("found an array")});
-    printMessage(QStringLiteral("standard input:%1:%2: %3. Expected is an object such as "
-                                "{\"POSIX\": \"Save\", \"de_DE\": \"Sichern\"}, which 'textmanager "
-                                "all' prints.")
-                     .arg(fault.line)
-                     .arg(fault.column)
-                     .arg(fault.reason));
+    printMessage(
+        QStringLiteral("%1. Expected is an object such as {\"POSIX\": \"Save\", \"de_DE\": "
+                       "\"Sichern\"}, which 'textmanager all' prints.")
+            .arg(fault.in(input->name())));
     return std::nullopt;
 }
 

@@ -29,11 +29,6 @@ QString batchOption()
     return QStringLiteral("batch");
 }
 
-QString nameOfBatch(const QString& path)
-{
-    return path == QLatin1String("-") ? QStringLiteral("standard input") : path;
-}
-
 /** Writes one member of the node; what was there already is left. @return why it could not. */
 QString writeMember(const QStringList& node, const QString& name,
                     const std::optional<QString>& value, QJsonObject& document)
@@ -118,7 +113,7 @@ std::optional<QVector<TextEdit>> readEdits(const QString& path)
         return std::nullopt;
     const EditBatch batch(*bytes);
     for (const QString& fault : batch.faults())
-        printMessage(QStringLiteral("%1:%2").arg(nameOfBatch(path), fault));
+        printMessage(QStringLiteral("%1:%2").arg(Input::nameOf(path), fault));
     if (batch.faults().isEmpty())
         return batch.edits();
     printMessage(QStringLiteral("nothing was changed."));
@@ -187,5 +182,5 @@ ExitStatus runSet(const QStringList& words)
     const auto editor = LanguageFileEditor::open(arguments.at(0), arguments.at(1));
     if (!editor)
         return UnusableInput;
-    return applyAll(*editor, *edits, nameOfBatch(batch), commandLine.isJsonWanted());
+    return applyAll(*editor, *edits, Input::nameOf(batch), commandLine.isJsonWanted());
 }

@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 #include "Commands.h"
+#include "DeviceMessages.h"
 #include "Input.h"
 #include "JsonParser.h"
 #include "LanguageFolder.h"
@@ -69,14 +70,11 @@ QString configure(TextIdTranslation& translation, const CommandLine& commandLine
  * @return whether there is a document; there is a message when there is none. */
 bool parse(const QByteArray& bytes, const QString& inputName, int line, QJsonDocument& document)
 {
-    const auto fault = parseJson(bytes, document);
+    auto fault = parseJson(bytes, document);
     if (!fault)
         return true;
-    printMessage(QStringLiteral("%1:%2:%3: %4. Expected is an object or an array.")
-                     .arg(inputName)
-                     .arg(line + fault->line - 1)
-                     .arg(fault->column)
-                     .arg(fault->reason));
+    fault->line += line - 1;
+    printMessage(fault->in(inputName) + QStringLiteral(". Expected is an object or an array."));
     return false;
 }
 
@@ -169,6 +167,9 @@ ExitStatus runTranslate(const QStringList& words)
     if (!input)
         return UnusableInput;
 
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& message) {
+        printDeviceMessage(message);
+    });
     const ExitStatus status =
         commandLine.isSet(linesOption)
             ? translateLines(translation, *input)

@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 #include "Commands.h"
+#include "DeviceMessages.h"
 #include "LanguageFolder.h"
 #include "TerminationSignals.h"
 
@@ -45,7 +46,7 @@ bool printTexts(const TextManager& manager, const QStringList& urls, bool isJson
 void printMessageOfFolder(QtMsgType, const QMessageLogContext&, const QString& message)
 {
     if (!message.contains(QLatin1String("language file: \"./")))
-        printMessage(message);
+        printDeviceMessage(message);
 }
 
 } // namespace
