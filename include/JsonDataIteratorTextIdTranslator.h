@@ -4,11 +4,11 @@
 
 #include "JsonDataIteratorObjectBase.h"
 
+#include <QJsonObject>
+#include <QJsonValue>
 #include <QString>
 #include <QVector>
 
-class QJsonObject;
-class QJsonValue;
 class TextManagerReferenceParameters;
 
 /** One set of keys that a translator looks for in every object. */

@@ -30,8 +30,8 @@
  * languageGotReloaded(QString) to a signal that carries the new language key, with a string-based
  * connect, which reaches private slots:
  *
- *     connect(device, SIGNAL(languageChanged(QString)), helper,
- * SLOT(languageGotReloaded(QString)));
+ *     connect(device, SIGNAL(languageChanged(QString)),
+ *             helper, SLOT(languageGotReloaded(QString)));
  *
  * **Threads.** No lock: use it in the thread that the QObject lives in.
  *

@@ -4,6 +4,8 @@
 #include <TextManager.h>
 
 #include <QCommandLineParser>
+#include <QDebug>
+#include <QFileInfo>
 #include <QFont>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -43,10 +45,14 @@ int main(int argc, char* argv[])
         QStringLiteral("FOLDER"));
     parser.addOption(record);
     parser.process(application);
-    if (parser.positionalArguments().size() != 1)
-        parser.showHelp(2);
+    const QString folder = parser.positionalArguments().value(0);
+    if (parser.positionalArguments().size() != 1 || !QFileInfo(folder).isDir()) {
+        qCritical().noquote() << "expected one folder of language files, found:"
+                              << parser.positionalArguments().join(QLatin1Char(' '));
+        return 2;
+    }
 
-    TextManager textManager(parser.positionalArguments().first() + QLatin1Char('/'), QString());
+    TextManager textManager(folder + QLatin1Char('/'), QString());
     ScreenTexts texts(textManager);
     chooseFonts();
     QQmlApplicationEngine engine;

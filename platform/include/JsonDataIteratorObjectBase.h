@@ -2,8 +2,8 @@
 
 #include "ReferencePlatformExport.h"
 
-class QJsonObject;
-class QJsonValue;
+#include <QJsonObject>
+#include <QJsonValue>
 
 /** What is done with each object of JSON data on a walk over them, such as JsonDataIterator's. */
 class REFERENCEPLATFORM_EXPORT JsonDataIteratorObjectBase
