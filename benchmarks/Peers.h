@@ -61,7 +61,8 @@ public:
         UErrorCode error = U_ZERO_ERROR;
         int32_t length = 0;
         const UChar* const answer = ures_getStringByKey(m_Bundle, id.constData(), &length, &error);
-        return U_SUCCESS(error) ? QString::fromUtf16(answer, length) : QString();
+        return U_SUCCESS(error) ? QString(reinterpret_cast<const QChar*>(answer), length)
+                                : QString();
     }
 
 private:

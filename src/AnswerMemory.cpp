@@ -1,10 +1,13 @@
 #include "AnswerMemory_p.h"
 
+#define XXH_INLINE_ALL
+#include <xxhash.h>
+
 namespace
 {
 
 constexpr int mostOthers = 8192;
-constexpr int longestUrl = 256;
+constexpr int mostCharacters = 512; // of one of them: language key, URL and text
 
 /**
  * A copy that shares nothing: what a caller's string stands in may be larger than the string, or
@@ -13,6 +16,12 @@ constexpr int longestUrl = 256;
 QString ownCopy(const QString& text)
 {
     return QString(text.constData(), text.size());
+}
+
+XXH64_hash_t hashOf(const QString& text, XXH64_hash_t seed)
+{
+    const std::size_t byteCount = static_cast<std::size_t>(text.size()) * sizeof(QChar);
+    return XXH3_64bits_withSeed(text.constData(), byteCount, seed);
 }
 
 } // namespace
@@ -24,7 +33,7 @@ void AnswerMemory::remember(const QString& languageKey, const QString& textUrl,
         m_Texts[ownCopy(languageKey)].insert(textUrl, answer);
         return;
     }
-    if (textUrl.size() > longestUrl || languageKey.size() > longestUrl)
+    if (languageKey.size() + textUrl.size() + answer.text.size() > mostCharacters)
         return;
     if (m_Others.size() >= mostOthers)
         m_Others.clear();
@@ -44,10 +53,13 @@ const AnswerTable* AnswerMemory::findTextsAnew(const QString& languageKey)
     if (texts == m_Texts.end())
         return nullptr;
     const auto& [key, table] = *texts;
-    // Shared, it is known again without being compared. Borrowed characters have no capacity.
-    const bool isSafeToShare = languageKey.capacity() > 0 && languageKey.capacity() <= longestUrl;
-    recentSlot(languageKey) = {isSafeToShare ? languageKey : key, &table};
+    recentSlot(languageKey) = {key, &table};
     return &table;
+}
+
+uint qHash(const AnswerMemory::Question& question, uint seed)
+{
+    return static_cast<uint>(hashOf(question.textUrl, hashOf(question.languageKey, seed)));
 }
 
 const Answer* AnswerMemory::findOther(const QString& languageKey, const QString& textUrl) const

@@ -3,7 +3,6 @@
 #include "AnswerTable_p.h"
 
 #include <QHash>
-#include <QPair>
 #include <QString>
 
 #include <array>
@@ -16,8 +15,8 @@
  * Its size is bounded whatever is asked for. Texts of loaded languages are all kept, those of a
  * fallback language once for each language that was asked for: there can be no more of them than
  * URLs in the documents times languages. Of everything else (texts that are missing, languages that
- * are not loaded), which a client could make up without end, only so many are kept, none of them
- * with an overlong URL. No string of a caller is shared that may be large, or end with its buffer.
+ * are not loaded), which a client could make up without end, only so many are kept, and none that
+ * is long. No string of a caller is shared: it may be large, or end with its buffer.
  */
 class AnswerMemory
 {
@@ -42,11 +41,21 @@ private:
         const AnswerTable* texts = nullptr;
     };
 
+    struct Question {
+        QString languageKey;
+        QString textUrl;
+        bool operator==(const Question& other) const
+        {
+            return textUrl == other.textUrl && languageKey == other.languageKey;
+        }
+    };
+    /** Not Qt's, with which a client could make up many questions of one hash. */
+    friend uint qHash(const Question& question, uint seed);
+
     const AnswerTable* findTexts(const QString& languageKey)
     {
         const RecentLanguage& recent = recentSlot(languageKey);
-        const bool isFound = recent.texts != nullptr &&
-                             (recent.key.isSharedWith(languageKey) || recent.key == languageKey);
+        const bool isFound = recent.texts != nullptr && recent.key == languageKey;
         return isFound ? recent.texts : findTextsAnew(languageKey);
     }
     RecentLanguage& recentSlot(const QString& languageKey)
@@ -59,6 +68,6 @@ private:
     const Answer* findOther(const QString& languageKey, const QString& textUrl) const;
 
     std::unordered_map<QString, AnswerTable> m_Texts;
-    QHash<QPair<QString, QString>, Answer> m_Others;
+    QHash<Question, Answer> m_Others;
     std::array<RecentLanguage, 16> m_RecentLanguages;
 };

@@ -6,6 +6,7 @@
 
 #define XXH_INLINE_ALL
 #include <xxhash.h>
+static_assert(XXH_VERSION_NUMBER >= 800, "xxHash 0.8 is needed: older ones know no XXH3");
 
 #include <algorithm>
 #include <cstring>
@@ -20,7 +21,7 @@ std::optional<QJsonObject> LanguageFile::read(const QString& filePath)
     file.close();
 
     const Digest digest = digestOf(bytes);
-    if (filePath == m_StrFilePath && digest == m_Digest)
+    if (digest == m_Digest)
         return m_Document;
 
     // What QIODevice::Text does. It takes longer to find that there is nothing to do, and so does
@@ -31,7 +32,6 @@ std::optional<QJsonObject> LanguageFile::read(const QString& filePath)
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError)
         return std::nullopt;
-    m_StrFilePath = filePath;
     m_Digest = digest;
     m_Document = document.object();
     return m_Document;

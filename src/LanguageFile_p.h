@@ -14,7 +14,8 @@ class LanguageFile
 {
 public:
     /**
-     * Reads a file. One whose bytes are still those of the last time is not parsed again.
+     * Reads the file, always the same. When its bytes are still those of the last time, it is not
+     * parsed again.
      *
      * @return its top-level object; nothing when it cannot be opened or is no JSON.
      */
@@ -25,7 +26,6 @@ private:
 
     static Digest digestOf(const QByteArray& bytes);
 
-    QString m_StrFilePath;
-    Digest m_Digest = {};
+    std::optional<Digest> m_Digest;
     QJsonObject m_Document;
 };

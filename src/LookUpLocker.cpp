@@ -15,12 +15,20 @@ Microseconds now()
     return std::chrono::duration_cast<Microseconds>(time);
 }
 
-/** Awake, but behind every other thread that wants the processor. */
+/**
+ * Awake where that is shorter than falling asleep, and never by offering the processor to others:
+ * on a busy device they would keep it for long, where a sleeper gets it back at once.
+ */
 void leaveAlone(Microseconds duration)
 {
+    constexpr Microseconds shortestSleep(20);
+    if (duration > shortestSleep) {
+        QThread::usleep(duration.count());
+        return;
+    }
     const Microseconds start = now();
-    while (now() - start <= duration)
-        QThread::yieldCurrentThread();
+    while (now() - start <= duration) {
+    }
 }
 
 } // namespace
@@ -28,7 +36,7 @@ void leaveAlone(Microseconds duration)
 Microseconds LookUpPatience::next() const
 {
     constexpr Microseconds shortest(1);
-    constexpr Microseconds longest(4000);
+    constexpr Microseconds longest(1000);
     const Microseconds last = m_Last;
     const bool isSoon = now() - m_TurnStart.load() < 4 * last;
     return isSoon ? std::min<Microseconds>(2 * last, longest) : shortest;
@@ -42,7 +50,7 @@ void LookUpPatience::startTurn(Microseconds patience)
 
 void LookUpLocker::waitForTurn(LookUpPatience& patience)
 {
-    constexpr int mostWaits = 5;
+    constexpr int mostWaits = 3;
     const Microseconds duration = patience.next();
     bool isLocked = false;
     for (int wait = 0; wait < mostWaits && !isLocked; ++wait) {

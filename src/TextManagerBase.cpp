@@ -64,17 +64,13 @@ void TextManagerBase::addLanguage(const QString& folderPath,
     // which stands for the current directory here.
     const QDir folder(folderPath);
     const QFileInfoList entries = folder.entryInfoList(nameFilters, QDir::NoFilter, QDir::NoSort);
-    TextManagerMemory::Files unknownFiles;
-    TextManagerMemory::Files& files = &languageMap == &m_LanguageMap        ? m_Memory->files
-                                      : &languageMap == &m_ShortLanguageMap ? m_Memory->shortFiles
-                                                                            : unknownFiles;
     for (const QFileInfo& entry : entries) {
-        const QString languageKey = entry.baseName();
+        const QString filePath = entry.filePath();
         QJsonObject languageObject;
-        if (readLanguageFile(files[languageKey], entry.filePath(), languageObject))
-            languageMap.insert(languageKey, languageObject);
+        if (readLanguageFile(m_Memory->files[filePath], filePath, languageObject))
+            languageMap.insert(entry.baseName(), languageObject);
         else
-            files.remove(languageKey);
+            m_Memory->files.remove(filePath);
     }
 }
 
@@ -123,8 +119,9 @@ QString TextManagerBase::getText(const QString& textUrl, bool& ok, const QString
                                  bool skipLanguageSelection) const
 {
     const LookUpLocker locker(m_Mutex, m_Memory->patience);
-    const bool isCurrentLanguageMeant = languageKey.isEmpty() && !skipLanguageSelection;
-    return fullText(textUrl, ok, isCurrentLanguageMeant ? m_StrLanguageName : languageKey);
+    const QString key =
+        skipLanguageSelection ? languageKey : selectSuitableLanguageKey(languageKey);
+    return fullText(textUrl, ok, key);
 }
 
 QString TextManagerBase::getText(const QString& textUrl, const QString& languageKey) const
@@ -132,7 +129,7 @@ QString TextManagerBase::getText(const QString& textUrl, const QString& language
     // Not through the form with the flag: this is the look-up that screens are made of, and what is
     // remembered is found here without another call.
     const LookUpLocker locker(m_Mutex, m_Memory->patience);
-    const QString& key = languageKey.isEmpty() ? m_StrLanguageName : languageKey;
+    const QString key = selectSuitableLanguageKey(languageKey);
     m_Memory->keepAnswersOnlyFor(m_LanguageMap, m_ShortLanguageMap);
     if (const Answer* remembered = m_Memory->texts.find(key, textUrl))
         return remembered->text;
@@ -159,7 +156,7 @@ QString TextManagerBase::getShortText(const QString& textUrl, bool& ok,
 
 QString TextManagerBase::getShortText(const QString& textUrl, const QString& languageKey) const
 {
-    const QMutexLocker locker(&m_Mutex);
+    const LookUpLocker locker(m_Mutex, m_Memory->patience);
     bool ok = false;
     return getShortText(textUrl, ok, languageKey);
 }

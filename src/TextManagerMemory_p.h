@@ -45,8 +45,7 @@ public:
     LookUpPatience patience;
     AnswerMemory texts;
     AnswerMemory shortTexts;
-    Files files;      ///< the files of the language folder by language key
-    Files shortFiles; ///< the files of the short-text folder by language key
+    Files files; ///< what was loaded, by path
 
 private:
     Documents m_LanguageMap;
