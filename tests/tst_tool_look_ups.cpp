@@ -59,7 +59,6 @@ void ToolLookUpsTest::answers_data()
         get DIR Menu --short-folder no                            | 2    |                    | /no': there is no such folder.
         get DIR/de_DE.json Menu                                   | 2    |                    | it is no folder.
         get DIR Menu --language=                                  | 2    |                    | --language needs a key, such as de_DE.
-        urls DIR more                                             | 2    |                    | urls: unexpected argument 'more'.
         urls DIR --format xml                                     | 2    |                    | unknown format 'xml': it is text or json.
         urls DIR --lang de_DE                                     | 2    |                    | Unknown option 'lang'.\nSee 'textmanager urls --help'.
         all DIR Menu                                              | 0    | {"de_DE":"Menü","en_US":"Menu"}\n |
@@ -83,6 +82,7 @@ void ToolLookUpsTest::answers_data()
         translate DIR --keys i:t < 7                              | 2    |                    | standard input:1:1: malformed JSON: illegal value. Expected is an object or an array.
         translate DIR --keys i:t --lines < {"i":"Menu"}\n\n{"i" 5}\n7\n{"i":"No"}\n[{"i":"No"}] | 1 | {"i":"Menu","t":"Menu"}\n{"i":"No","t":""}\n[{"i":"No","t":""}]\n | standard input:3:6: malformed JSON
         translate DIR --keys i:t --lines DIR                      | 2    |                    | textmanager: cannot read DIR: Is a directory.
+        translate DIR - more                                      | 2    |                    | translate: unexpected argument 'more'.
         translate DIR --keys i                                    | 2    |                    | --keys i: expected TEXTID:TEXT or TEXTID:TEXT:SHORT.
         translate DIR --data-type SystemInformationDat            | 2    |                    | no data type 'SystemInformationDat'. Did you mean SystemInformationData?
         translate DIR --keys i:t --data-type x                    | 2    |                    | either --data-type or --keys

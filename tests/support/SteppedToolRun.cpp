@@ -14,7 +14,7 @@ namespace
 
 [[noreturn]] void becomeTool(const QStringList& arguments)
 {
-    QVector<char*> words;
+    QVector<char*> words; // which end with this program, when it becomes the other
     for (const QString& word : QStringList(TEXTMANAGER_PROGRAM) + arguments)
         words.append(qstrdup(qUtf8Printable(word)));
     words.append(nullptr);
