@@ -8,14 +8,18 @@
 namespace
 {
 
-/** Writes Menu in two languages, what is below it in one, and a short text. */
-void writeMenu(const LanguageFiles& files)
+/** Writes Menu in two languages, what is below it in one, and a short text; and other folders. */
+void writeFolders(const LanguageFiles& files)
 {
     files.write("de_DE", R"({"Header": {"language": "de", "subLanguage": "formal"},
         "Content": {"Menu": {"text": "Menü", "comment": "Titel"}}})");
     files.write("en_US", R"({"Content": {"Menu": {"text": "Menu", "comment": "Title", "childs": {
         "Save": {"text": "Save", "comment": "Button"}, "Number": {"text": 1, "comment": ""}}}}})");
     files.write("short/de_DE", R"({"Content": {"Menu": {"text": "M"}}})");
+    files.write("elsewhere/package", "{}"); // a current directory that nobody asks about
+    files.write("faulty/fr_FR", "{\r\n\"Content\":\r {} \"x\"}");
+    for (const QString name : {"twice/de_DE", "twice/de_DE.backup"})
+        files.write(name, R"({"Content": {}})");
 }
 
 } // namespace
@@ -93,11 +97,7 @@ void ToolLookUpsTest::answers_data()
 void ToolLookUpsTest::answers()
 {
     const LanguageFiles files;
-    writeMenu(files);
-    files.write("elsewhere/package", "{}"); // a current directory that nobody asks about
-    files.write("faulty/fr_FR", "{\r\n\"Content\":\r {} \"x\"}");
-    for (const QString name : {"twice/de_DE", "twice/de_DE.backup"})
-        files.write(name, R"({"Content": {}})");
+    writeFolders(files);
     const QString tooDeepForQtAlone = QString(2000, '[') + QString(2000, ']');
     const QString input = cell("words").section(" < ", 1).replace("DEEP", tooDeepForQtAlone);
     const ToolRun run(files.words(cell("words").section(" < ", 0, 0)), input.toUtf8(),
