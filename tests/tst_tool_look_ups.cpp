@@ -2,20 +2,24 @@
 #include "Table.h"
 #include "ToolRun.h"
 
-#include <QJsonArray>
+#include <QProcess>
 #include <QTest>
 
 namespace
 {
 
-/** Writes Menu in two languages, what is below it in one, and a short text. */
-void writeMenu(const LanguageFiles& files)
+/** Writes Menu in two languages, what is below it in one, and a short text; and other folders. */
+void writeFolders(const LanguageFiles& files)
 {
     files.write("de_DE", R"({"Header": {"language": "de", "subLanguage": "formal"},
         "Content": {"Menu": {"text": "Menü", "comment": "Titel"}}})");
     files.write("en_US", R"({"Content": {"Menu": {"text": "Menu", "comment": "Title", "childs": {
         "Save": {"text": "Save", "comment": "Button"}, "Number": {"text": 1, "comment": ""}}}}})");
     files.write("short/de_DE", R"({"Content": {"Menu": {"text": "M"}}})");
+    files.write("elsewhere/package", "{}"); // a current directory that nobody asks about
+    files.write("faulty/fr_FR", "{\r\n\"Content\":\r {} \"x\"}");
+    for (const QString name : {"twice/de_DE", "twice/de_DE.backup"})
+        files.write(name, R"({"Content": {}})");
 }
 
 } // namespace
@@ -27,9 +31,7 @@ class ToolLookUpsTest : public QObject
 private Q_SLOTS:
     void answers_data();
     void answers();
-    void namesFilesThatAreLeftOut_data();
-    void namesFilesThatAreLeftOut();
-    void keepsSilentAboutTheCurrentDirectory();
+    void translatesEachLineAtOnce();
 };
 
 void ToolLookUpsTest::answers_data()
@@ -37,8 +39,6 @@ void ToolLookUpsTest::answers_data()
     // What follows "<" is standard input.
     addTable(R"(
         words                                                     | exit | output             | message
-        get DIR Menu --language de_DE                             | 0    | Menü\n             |
-        get DIR Menu                                              | 0    | Menu\n             |
         get DIR Menu Menu/Save --language de_DE                   | 0    | Menü\nSave\n       | textmanager: Menu/Save: no text in de_DE, en_US answers.\n
         get DIR Menu --comment --language de_DE                   | 0    | Titel\n            |
         get DIR Menu --short --short-folder short --language de_DE | 0   | M\n                |
@@ -50,7 +50,8 @@ void ToolLookUpsTest::answers_data()
         get DIR Menu --format json                                | 0    | {"answers":[{"found":true,"language":"en_US","text":"Menu","url":"Menu"}]}\n |
         get DIR No --short --short-folder short --format json     | 1    | {"answers":[{"found":false,"isShortText":false,"language":"","text":"","url":"No"}]}\n | No: no text
         languages DIR                                             | 0    | de_DE\nen_US\n     |
-        languages DIR --format json                               | 0    | {"languages":["de_DE","en_US"],"leftOut":[]}\n |
+        languages DIR/faulty --format json                        | 1    | {"languages":[],"leftOut":[{"column":17,"fault":"malformed JSON: syntax error while parsing object - unexpected string literal; expected '}'. The file is left out; correct it there.","file":"DIR/faulty/fr_FR.json","line":2}]}\n | textmanager: DIR/faulty/fr_FR.json:2:17: malformed JSON: syntax
+        languages DIR/twice                                       | 1    | de_DE\n            | DIR/twice/de_DE.backup.json: replaced by de_DE.json, which has the same language key 'de_DE'.
         urls DIR                                                  | 0    | Menu\nMenu/Save\n  |
         urls DIR --language fr_FR --format json                   | 0    | {"language":"en_US","urls":["Menu","Menu/Save"]}\n | language 'fr_FR' is not loaded, 'en_US' answers; loaded are: de_DE, en_US.
         urls DIR/short --language fr_FR                           | 1    |                    | 'fr_FR' is not loaded; loaded are: de_DE.
@@ -62,20 +63,33 @@ void ToolLookUpsTest::answers_data()
         get DIR Menu --short-folder no                            | 2    |                    | /no': there is no such folder.
         get DIR/de_DE.json Menu                                   | 2    |                    | it is no folder.
         get DIR Menu --language=                                  | 2    |                    | --language needs a key, such as de_DE.
-        urls DIR more                                             | 2    |                    | urls: unexpected argument 'more'.
         urls DIR --format xml                                     | 2    |                    | unknown format 'xml': it is text or json.
         urls DIR --lang de_DE                                     | 2    |                    | Unknown option 'lang'.\nSee 'textmanager urls --help'.
         all DIR Menu                                              | 0    | {"de_DE":"Menü","en_US":"Menu"}\n |
-        all DIR Menu/Save                                         | 0    | {"de_DE":"Save","en_US":"Save"}\n |
         all DIR Menu/Number                                       | 1    | {}\n              | Menu/Number: no language has a text there.
         all DIR Mneu                                              | 1    | {}\n              | Did you mean Menu?
         pick --language de_DE < {"de_DE": "d", "POSIX": "p"}      | 0    | d\n               | de_DE answers.
         pick --language fr_FR < {"de_DE": "d", "POSIX": ""}       | 0    | \n                | no text in fr_FR, POSIX answers.
         pick --format json < {"en_US": "e", "fr_FR": ""}          | 0    | {"found":true,"language":"en_US","text":"e","valid":false}\n | fr_FR: empty or no text; it is left out.\ntextmanager: the object is not valid: it has no POSIX.
         pick < {"fr_FR": "f"}                                     | 1    |                    | nor in a fallback language; there are: fr_FR.
-        pick < {\n"POSIX": "p",\n"ä" "e"}                         | 2    |                    | standard input:3:7: malformed JSON
+        pick < {\n"POSIX": "p",\n"ä日本" "e"}                     | 2    |                    | standard input:3:9: malformed JSON: syntax error while parsing object separator - unexpected string literal; expected ':'.
+        pick                                                      | 2    |                    | standard input:1:1: malformed JSON: syntax error while parsing value - unexpected end of input
+        pick < {"POSIX": {                                        | 2    |                    | standard input:1:12: malformed JSON: syntax error while parsing object key - unexpected end of input; expected string literal
+        pick < {"POSIX": "p",\n "n": 1e400}                       | 2    |                    | standard input:2:11: malformed JSON: number overflow
+        pick < DEEP                                               | 2    |                    | standard input:1:1025: malformed JSON: too deeply nested
         pick < []                                                 | 2    |                    | standard input:1:1: found an array. Expected is an object
         pick more                                                 | 2    |                    | pick: unexpected argument 'more'.
+        translate DIR --language de_DE --keys i:t:s --short-folder short --format json < [{"i":"Menu"},{"i":"Menu/Save","t":"x"},{"i":7}] | 0 | [{"i":"Menu","s":"M","t":"Menü"},{"i":"Menu/Save","t":"x"},{"i":7}]\n | JsonValue for 'TextId' does not contain a string!
+        translate DIR --keys i:t --keys t:u --delete-text-url --format json < {"i":"Menu","t":"Menu/Save"} | 0 | {"i":"Menu","t":"","u":"Save"}\n |
+        translate DIR --data-type SystemInformationData --format json - < {"valueTextId":"Menu","labelTextId":"No"} | 1 | {"labelText":"","labelTextId":"No","labelTextShort":"","valueText":"Menu","valueTextId":"Menu","valueTextShort":"Menu"}\n | textmanager: unknown text ids, for which the empty text was written: 1\ntextmanager: No: no text (en_US: not in its file,
+        translate DIR --keys i:t --format json DIR/short/de_DE.json | 0 | {"Content":{"Menu":{"text":"M"}}}\n |
+        translate DIR --keys i:t < 7                              | 2    |                    | standard input:1:1: malformed JSON: illegal value. Expected is an object or an array.
+        translate DIR --keys i:t --lines < {"i":"Menu"}\n\n{"i" 5}\n7\n{"i":"No"}\n[{"i":"No"}] | 1 | {"i":"Menu","t":"Menu"}\n{"i":"No","t":""}\n[{"i":"No","t":""}]\n | standard input:3:6: malformed JSON
+        translate DIR --keys i:t --lines DIR                      | 2    |                    | textmanager: cannot read DIR: Is a directory.
+        translate DIR - more                                      | 2    |                    | translate: unexpected argument 'more'.
+        translate DIR --keys i                                    | 2    |                    | --keys i: expected TEXTID:TEXT or TEXTID:TEXT:SHORT.
+        translate DIR --data-type SystemInformationDat            | 2    |                    | no data type 'SystemInformationDat'. Did you mean SystemInformationData?
+        translate DIR --keys i:t --data-type x                    | 2    |                    | either --data-type or --keys
         gte DIR Menu                                              | 2    |                    | there is no command 'gte'. Did you mean get?
     )");
 }
@@ -83,62 +97,27 @@ void ToolLookUpsTest::answers_data()
 void ToolLookUpsTest::answers()
 {
     const LanguageFiles files;
-    writeMenu(files);
-    const QString folder = files.path().chopped(1);
-    const QString words = cell("words").replace("DIR", folder);
-    const ToolRun run(words.section(" < ", 0, 0).split(' '), words.section(" < ", 1).toUtf8());
-    QCOMPARE(run.output(), cell("output"));
-    QVERIFY2(cell("message").isEmpty() ? run.messages().isEmpty()
-                                       : run.messages().contains(cell("message")),
-             qPrintable(run.messages()));
+    writeFolders(files);
+    const QString tooDeepForQtAlone = QString(2000, '[') + QString(2000, ']');
+    const QString input = cell("words").section(" < ", 1).replace("DEEP", tooDeepForQtAlone);
+    const ToolRun run(files.words(cell("words").section(" < ", 0, 0)), input.toUtf8(),
+                      files.path() + "elsewhere");
+    QCOMPARE(run.output(), files.fill(cell("output")));
+    QVERIFY2(run.says(files.fill(cell("message"))), qPrintable(run.messages()));
     QCOMPARE(QString::number(run.exitStatus()), cell("exit"));
 }
 
-void ToolLookUpsTest::namesFilesThatAreLeftOut_data()
-{
-    addTable(R"(
-        content                                  | line | column | fault
-        {\n  "Content": {}\n  "Header": {}\n}    | 3    | 10     | unexpected string literal; expected '}'
-        {"Content": {"ä日本": x}}                | 1    | 21     | invalid literal
-        {\r\n"Content": "no end\r\n}             | 2    | 19     | control character
-        {"Content": {                            | 1    | 14     | unexpected end of input
-                                                 | 1    | 1      | unexpected end of input
-        {"Content": {},\n "n": 1e400}            | 2    | 11     | number overflow
-        DEEP                                     | 1    | 1025   | nested
-        {"content": {}}                          | 1    | 1      | expected an object with "Content", found an object with the keys (content)
-        []                                       | 1    | 1      | found an array
-    )");
-}
-
-void ToolLookUpsTest::namesFilesThatAreLeftOut()
+void ToolLookUpsTest::translatesEachLineAtOnce()
 {
     const LanguageFiles files;
-    writeMenu(files);
-    const QString tooDeepForQtAlone = QString(2000, '[') + QString(2000, ']');
-    files.write("fr_FR",
-                cell("content").replace("\\r", "\r").replace("DEEP", tooDeepForQtAlone).toUtf8());
-
-    const ToolRun run({"languages", files.path(), "--format=json"});
-    QCOMPARE(run.exitStatus(), 1);
-    const QJsonObject finding = run.outputObject().value("leftOut")[0].toObject();
-    QCOMPARE(finding.value("file").toString(), files.file("fr_FR"));
-    QVERIFY2(finding.value("fault").toString().contains(cell("fault")), qPrintable(run.messages()));
-    QCOMPARE(QString::number(finding.value("line").toInt()), cell("line"));
-    QCOMPARE(QString::number(finding.value("column").toInt()), cell("column"));
-}
-
-void ToolLookUpsTest::keepsSilentAboutTheCurrentDirectory()
-{
-    const LanguageFiles files;
-    writeMenu(files);
-    files.write("package", "{}");
-    const ToolRun run({"languages", files.path() + "short"}, QByteArray(), files.path());
-    QCOMPARE(run.messages(), QString());
-
-    files.write("de_DE.backup", "{\"Content\": {}}");
-    QVERIFY(ToolRun({"languages", files.path()})
-                .messages()
-                .contains("de_DE.backup.json: replaced by de_DE.json"));
+    QProcess tool;
+    tool.start(TEXTMANAGER_PROGRAM, {"translate", files.path(), "--keys", "i:t", "--lines"});
+    tool.write("{}\n");
+    QVERIFY(tool.waitForReadyRead());
+    QCOMPARE(tool.readAll(), "{}\n");
+    tool.closeWriteChannel();
+    QVERIFY(tool.waitForFinished());
+    QCOMPARE(tool.exitCode(), 0);
 }
 
 QTEST_GUILESS_MAIN(ToolLookUpsTest)

@@ -1,6 +1,7 @@
 #include "DeviceService.h"
 
-#include <QFile>
+#include "LanguageFiles.h"
+#include "ToolRun.h"
 
 QByteArray DeviceService::withLanguage(const QByteArray& value)
 {
@@ -10,12 +11,10 @@ QByteArray DeviceService::withLanguage(const QByteArray& value)
 
 void DeviceService::restart(const QByteArray& json)
 {
-    QFile file(m_Folder.filePath("device.json"));
-    if (!file.open(QIODevice::Append) || (!json.isEmpty() && !file.resize(0)))
-        qFatal("cannot write %s", qPrintable(file.fileName()));
-    file.write(json);
-    file.close();
-    start(DEVICE_SIMULATOR_PROGRAM, {file.fileName()});
+    const QString path = m_Folder.filePath("device.json");
+    if (!json.isEmpty())
+        LanguageFiles::writePath(path, json);
+    start(DEVICE_SIMULATOR_PROGRAM, {path});
     while (!canReadLine()) {
         if (!waitForReadyRead())
             qFatal("no service: %s", readAllStandardError().constData());
@@ -37,14 +36,10 @@ int DeviceService::end(int signal)
 
 QString DeviceService::tell(const QString& method, const QStringList& arguments)
 {
-    QProcess call;
-    call.setProcessChannelMode(MergedChannels);
-    call.start("dbus-send", QStringList{"--session", "--print-reply", "--dest=Device.DeviceManager",
-                                        "/Configuration", "Interface.Configuration." + method} +
-                                arguments);
-    if (!call.waitForFinished())
-        qFatal("dbus-send: %s", qPrintable(call.errorString()));
-    return QString::fromUtf8(call.readAll());
+    const QStringList words = {"--session", "--print-reply", "--dest=Device.DeviceManager",
+                               "/Configuration", "Interface.Configuration." + method};
+    const ToolRun call(words + arguments, {}, {}, "dbus-send");
+    return call.output() + call.messages();
 }
 
 QString DeviceService::setLanguage(const QString& value)

@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QTest>
 
 QString LanguageFiles::file(const QString& name) const
 {
@@ -24,11 +23,6 @@ void LanguageFiles::writePath(const QString& path, const QByteArray& bytes)
     if (!QDir().mkpath(QFileInfo(path).path()) || !file.open(QIODevice::WriteOnly) ||
         file.write(bytes) != bytes.size())
         qFatal("cannot write %s", qPrintable(path));
-}
-
-void LanguageFiles::write(const QString& name, const QJsonObject& document) const
-{
-    write(name, QJsonDocument(document).toJson());
 }
 
 void LanguageFiles::remove(const QString& name) const

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QJsonObject>
-#include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 /** A temporary folder of language files. */
@@ -10,12 +10,15 @@ class LanguageFiles
 public:
     /** The folder with the "/" at its end that a text manager wants. */
     QString path() const { return m_Folder.path() + QLatin1Char('/'); }
+    /** The text with the folder, without that "/", in the place of "DIR". */
+    QString fill(QString text) const { return text.replace("DIR", m_Folder.path()); }
+    /** The words of a command line in which "DIR" stands for the folder. */
+    QStringList words(const QString& line) const { return fill(line).split(' '); }
     /** Path of a file in the folder; the extension is added to @p name. */
     QString file(const QString& name) const;
 
     /** Writes a file, its sub-folder too; the extension is added to @p name. */
     void write(const QString& name, const QByteArray& bytes) const;
-    void write(const QString& name, const QJsonObject& document) const;
     /** Writes a file whose path is given whole. */
     static void writePath(const QString& path, const QByteArray& bytes);
     void remove(const QString& name) const;

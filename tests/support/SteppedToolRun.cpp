@@ -14,18 +14,15 @@ namespace
 
 [[noreturn]] void becomeTool(const QStringList& arguments)
 {
-    QVector<QByteArray> words = {TEXTMANAGER_PROGRAM};
-    for (const QString& argument : arguments)
-        words.append(argument.toUtf8());
-    QVector<char*> pointers;
-    for (QByteArray& word : words)
-        pointers.append(word.data());
-    pointers.append(nullptr);
+    QVector<char*> words; // which end with this program, when it becomes the other
+    for (const QString& word : QStringList(TEXTMANAGER_PROGRAM) + arguments)
+        words.append(qstrdup(qUtf8Printable(word)));
+    words.append(nullptr);
     const int nothing = ::open("/dev/null", O_WRONLY);
     ::dup2(nothing, STDOUT_FILENO);
     ::dup2(nothing, STDERR_FILENO);
     if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) == 0)
-        ::execv(TEXTMANAGER_PROGRAM, pointers.data());
+        ::execv(TEXTMANAGER_PROGRAM, words.data());
     ::_exit(127);
 }
 

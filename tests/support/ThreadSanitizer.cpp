@@ -8,23 +8,9 @@
 #include <dlfcn.h>
 #include <sanitizer/tsan_interface.h>
 
-namespace
-{
-
-using MutexOperation = void (*)(QMutex*);
-
-MutexOperation findQtOperation(const char* symbol)
-{
-    return reinterpret_cast<MutexOperation>(dlsym(RTLD_NEXT, symbol));
-}
-
-} // namespace
-
 void QMutex::lock()
 {
-    static const MutexOperation lockInQt = findQtOperation("_ZN6QMutex4lockEv");
-    lockInQt(this);
-    __tsan_acquire(this);
+    tryLock(-1);
 }
 
 bool QMutex::tryLock(int timeout)
@@ -39,7 +25,8 @@ bool QMutex::tryLock(int timeout)
 
 void QMutex::unlock() noexcept
 {
-    static const MutexOperation unlockInQt = findQtOperation("_ZN6QMutex6unlockEv");
+    static const auto unlockInQt =
+        reinterpret_cast<void (*)(QMutex*)>(dlsym(RTLD_NEXT, "_ZN6QMutex6unlockEv"));
     __tsan_release(this);
     unlockInQt(this);
 }

@@ -1,6 +1,5 @@
 #include "ToolRun.h"
 
-#include <QJsonDocument>
 #include <QProcess>
 
 ToolRun::ToolRun(const QStringList& arguments, const QByteArray& input,
@@ -19,9 +18,4 @@ ToolRun::ToolRun(const QStringList& arguments, const QByteArray& input,
         m_ExitStatus = process.exitCode();
     m_StrOutput = QString::fromUtf8(process.readAllStandardOutput());
     m_StrMessages = QString::fromUtf8(process.readAllStandardError());
-}
-
-QJsonObject ToolRun::outputObject() const
-{
-    return QJsonDocument::fromJson(m_StrOutput.toUtf8()).object();
 }

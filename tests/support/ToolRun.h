@@ -1,8 +1,5 @@
 #pragma once
 
-#include <QByteArray>
-#include <QJsonObject>
-#include <QString>
 #include <QStringList>
 
 /** One whole run of the program textmanager, or of another, as a user starts it, and what came of
@@ -17,9 +14,12 @@ public:
 
     int exitStatus() const { return m_ExitStatus; }
     QString output() const { return m_StrOutput; }
-    /** Standard output as JSON; empty when it is no object. */
-    QJsonObject outputObject() const;
     QString messages() const { return m_StrMessages; }
+    /** Whether @p part is in the messages; when it is empty, whether there are none. */
+    bool says(const QString& part) const
+    {
+        return part.isEmpty() ? m_StrMessages.isEmpty() : m_StrMessages.contains(part);
+    }
 
 private:
     int m_ExitStatus = -1; ///< -1 after a crash

@@ -1,9 +1,9 @@
 #include "WarningCapture.h"
 
 #include <QMutex>
-#include <QMutexLocker>
 
 #include <cstring>
+#include <utility>
 
 namespace
 {
@@ -27,9 +27,7 @@ WarningCapture::~WarningCapture()
 QStringList WarningCapture::take()
 {
     const QMutexLocker locker(&mutex);
-    QStringList taken;
-    taken.swap(texts);
-    return taken;
+    return std::exchange(texts, {});
 }
 
 void WarningCapture::handle(QtMsgType type, const QMessageLogContext& context, const QString& text)
