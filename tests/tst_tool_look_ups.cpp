@@ -83,7 +83,7 @@ void ToolLookUpsTest::answers_data()
         translate DIR --keys i:t --keys t:u --delete-text-url --format json < {"i":"Menu","t":"Menu/Save"} | 0 | {"i":"Menu","t":"","u":"Save"}\n |
         translate DIR --data-type SystemInformationData --format json - < {"valueTextId":"Menu","labelTextId":"No"} | 1 | {"labelText":"","labelTextId":"No","labelTextShort":"","valueText":"Menu","valueTextId":"Menu","valueTextShort":"Menu"}\n | textmanager: unknown text ids, for which the empty text was written: 1\ntextmanager: No: no text (en_US: not in its file,
         translate DIR --keys i:t --format json DIR/short/de_DE.json | 0 | {"Content":{"Menu":{"text":"M"}}}\n |
-        translate DIR --keys i:t < 7                              | 2    |                    | standard input:1:1: malformed JSON: illegal value. Expected is an object or an array.
+        translate DIR --keys i:t < 7                              | 2    |                    | standard input:1:1: malformed JSON: found a number. Expected is an object or an array.
         translate DIR --keys i:t --lines < {"i":"Menu"}\n\n{"i" 5}\n7\n{"i":"No"}\n[{"i":"No"}] | 1 | {"i":"Menu","t":"Menu"}\n{"i":"No","t":""}\n[{"i":"No","t":""}]\n | standard input:3:6: malformed JSON
         translate DIR --keys i:t --lines DIR                      | 2    |                    | textmanager: cannot read DIR: Is a directory.
         translate DIR - more                                      | 2    |                    | translate: unexpected argument 'more'.
