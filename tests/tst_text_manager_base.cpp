@@ -68,7 +68,6 @@ private Q_SLOTS:
     void answersTexts_data();
     void answersTexts();
     void answersFromMemory();
-    void answersHeaders_data();
     void answersHeaders();
     void answersWhileReloading();
     void choosesALanguage_data();
@@ -239,29 +238,25 @@ void TextManagerBaseTest::answersFromMemory()
     QVERIFY(!ok);
 }
 
-void TextManagerBaseTest::answersHeaders_data()
-{
-    addTable(R"(
-        case                        | value | language | text   | warning                     | header
-        language                    | 0     | de_DE    | German |                             | German, formal
-        sub-language                | 1     | de_DE    | formal |                             | German, formal
-        no current language         | 0     |          |        |                             | English,
-        unknown value and language  | -1    | xx_XX    |        | unknown headInfo item : : -1 | English,
-    )");
-}
-
 void TextManagerBaseTest::answersHeaders()
 {
     const LanguageFiles files;
     writeLanguages(files);
     const TextManagerBase manager(files.path(), "de_DE", "short");
-    const auto headerInfo = static_cast<TextManagerDefinitions::HeaderInfo>(cell("value").toInt());
-
+    const auto headerText = [&](int headerInfo, const QString& language) {
+        const auto value = static_cast<TextManagerDefinitions::HeaderInfo>(headerInfo);
+        return manager.getHeaderText(value, language, true);
+    };
     WarningCapture capture;
-    QCOMPARE(manager.getHeaderText(headerInfo, cell("language"), true), cell("text"));
-    QCOMPARE(capture.take().join('\n'), cell("warning"));
-    const auto info = manager.getLanguageHeaderInfo(cell("language"));
-    QCOMPARE((info.first + ", " + info.second).trimmed(), cell("header"));
+    QCOMPARE(headerText(TextManagerDefinitions::Language, "de_DE"), "German");
+    QCOMPARE(headerText(TextManagerDefinitions::SubLanguage, "de_DE"), "formal");
+    QCOMPARE(headerText(TextManagerDefinitions::Language, ""), QString()); // not the current one
+    QCOMPARE(capture.take(), QStringList());
+    QCOMPARE(headerText(-1, "xx_XX"), QString());
+    QCOMPARE(capture.take(), QStringList("unknown headInfo item : : -1"));
+    QCOMPARE(manager.getLanguageHeaderInfo("de_DE"),
+             qMakePair(QString("German"), QString("formal")));
+    QCOMPARE(manager.getLanguageHeaderInfo(""), qMakePair(QString("English"), QString()));
 }
 
 void TextManagerBaseTest::answersWhileReloading()
