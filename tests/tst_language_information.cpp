@@ -3,10 +3,12 @@
 #include "WarningCapture.h"
 
 #include "LanguageInformation.h"
+#include "TextManagerConverter.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
+#include <QMap>
 #include <QTest>
+
+#include <functional>
 
 namespace
 {
@@ -14,21 +16,59 @@ namespace
 /** A document with everything in its content that a walk can meet. */
 QJsonObject languageDocument()
 {
-    return parseObject(R"({"Header": "no object", "Content": {
+    return parseObject(R"({"Content": {
         "": {"text": "top", "childs": {"": {"text": "below"}}},
-        "Menu": {"text": "Menu", "comment": "Title", "number": 7, "Direct": {"text": "hidden"},
-                 "childs": {"Save": {"text": "Save", "comment": "Button"},
-                            "": {"text": "empty key"},
-                            "Deep": {"childs": {"Deeper": {"text": "deep"}}}}},
-        "Flat": {"Inner": {"Innermost": {"text": "no containers"}}},
-        "Broken": {"childs": "no object", "text": 3},
-        "Leaf": "a string",
-        "Childs": {"text": "an ordinary key"}}})");
+        "Menu": {"number": 7, "Direct": {"text": "hidden"},
+                 "childs": {"Save": {}, "Deep": {"childs": {"Deeper": {"text": "deep"}}}}},
+        "Flat": {"Childs": {"Inner": {"text": "no containers"}}},
+        "Broken": {"childs": "no object"}}})");
 }
 
-QString toJson(const QJsonValue& value)
+QJsonValue parseValue(const QString& json)
 {
-    return QString::fromUtf8(QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact));
+    return parseObject("{\"v\": " + json.toUtf8() + "}").value("v");
+}
+
+/** The cell "value" as JSON; "@" stands for the whole document, "@KEY" for one of its members. */
+QJsonValue valueFor(const QJsonObject& document)
+{
+    const QString value = cell("value");
+    if (!value.startsWith('@'))
+        return parseValue(value);
+    return value == "@" ? QJsonValue(document) : document.value(value.mid(1));
+}
+
+/** Makes the call of the cell "call". @return what came of it. */
+QString call(const QJsonValue& value, QJsonObject& document)
+{
+    const QString operation = cell("call").section(' ', 0, 0);
+    const QString target = cell("call").section(' ', 1);
+    if (operation == "setJsonValue")
+        return QString::number(LanguageInformation().setJsonValue(target, value, document));
+
+    TextManagerConverter converter("de_DE", document);
+    const auto headerInfo = static_cast<TextManagerDefinitions::HeaderInfo>(target.toInt());
+    QString text = value.toString();
+    QJsonObject object = value.toObject();
+    QJsonObject& content = cell("value") == "@" ? document : object; // itself, no copy
+    bool ok = cell("result") == "not ok";
+    const auto withFlag = [&ok](const QString& read) { return read + (ok ? "ok" : "not ok"); };
+    const QMap<QString, std::function<QVariant()>> calls = {
+        {"getText", [&] { return withFlag(converter.getText(target, ok)); }},
+        {"getComment", [&] { return withFlag(converter.getComment(target, ok)); }},
+        {"getHeaderText", [&] { return converter.getHeaderText(headerInfo); }},
+        {"getAvailableUrls", [&] { return converter.getAvailableUrls().join(' '); }},
+        {"setText", [&] { return converter.setText(target, text); }},
+        {"setComment", [&] { return converter.setComment(target, text); }},
+        {"setHeaderText", [&] { return converter.setHeaderText(headerInfo, text); }},
+        {"replaceContent", [&] { return converter.replaceContent(content); }},
+        {"clearContent",
+         [&] {
+             converter.clearContent();
+             return QVariant();
+         }},
+    };
+    return calls[operation]().toString();
 }
 
 } // namespace
@@ -40,38 +80,28 @@ class LanguageInformationTest : public QObject
 private Q_SLOTS:
     void readsValues_data();
     void readsValues();
-    void readsStrings_data();
-    void readsStrings();
     void listsUrls_data();
     void listsUrls();
+    void callsOnADocument_data();
+    void callsOnADocument();
 };
 
 void LanguageInformationTest::readsValues_data()
 {
     addTable(R"(
-        url                            | value               | warning
-        Menu/text                      | ["Menu"]            |
-        Menu/number                    | [7]                 |
-        Menu/Save/text                 | ["Save"]            |
-        Menu/Save                      |                     |
-        Menu/Direct/text               |                     |
-        Menu/childs/Save/text          |                     |
-        Flat/Inner                     | [{"Innermost":{"text":"no containers"}}] |
-        Menu/Deep/Deeper/text          | ["deep"]            |
-        Menu//text                     | ["empty key"]       |
-        Menu/Save/                     |                     |
-        /text                          | ["top"]             |
-        //text                         | ["below"]           |
-                                       | [{"childs":{"":{"text":"below"}},"text":"top"}] |
-        Flat/Inner/Innermost/text      | ["no containers"]   |
-        Broken/Any/text                |                     |
-        No/Such/text                   |                     |
-        menu/text                      |                     |
-        Childs/text                    | ["an ordinary key"] |
-        Leaf/text                      |                     | Unable to find jsonObject for url: "Leaf/text"
-        Menu/text/x                    |                     |
-        Menu/Save/text/more            |                     | Unable to find jsonObject for url: "text/more"
-        Flat/Inner/Innermost/text/x/y/ |                     | Unable to find jsonObject for url: "text/x/y/"
+        url                         | value                                         | warning
+        Menu/number                 | 7                                             |
+        Menu/Save                   |                                               |
+        Menu/Direct/text            |                                               |
+        Menu/Deep/Deeper/text       | "deep"                                        |
+        Flat/Childs                 | {"Inner":{"text":"no containers"}}            |
+        Flat/Childs/                |                                               |
+        Flat/Childs/Inner/text      | "no containers"                               |
+        Flat/Childs/Inner/text/x/y/ |                                               | Unable to find jsonObject for url: "text/x/y/"
+        //text                      | "below"                                       |
+                                    | {"childs":{"":{"text":"below"}},"text":"top"} |
+        Broken/Any/text             |                                               |
+        flat/Childs                 |                                               |
     )");
 }
 
@@ -82,32 +112,7 @@ void LanguageInformationTest::readsValues()
     const bool isFound = LanguageInformation().readJsonValue(
         cell("url"), languageDocument()["Content"].toObject(), result);
     QCOMPARE(isFound, !cell("value").isEmpty());
-    QCOMPARE(toJson(result), isFound ? cell("value") : "[\"untouched\"]");
-    QCOMPARE(capture.take().join('\n'), cell("warning"));
-}
-
-void LanguageInformationTest::readsStrings_data()
-{
-    addTable(R"(
-        root    | url       | property | answer   | ok | warning
-        Content | Menu/Save | comment  | Button   | 1  |
-        Content | Menu/Load | comment  |          | 0  |
-        Content | Leaf      |          | a string | 1  |
-        Content | Broken    | text     |          | 1  | Invalid data type of jsonValue for url: "Broken/text"
-        Content | Menu      |          |          | 1  | Invalid data type of jsonValue for url: "Menu"
-        Header  | Menu      | text     |          | 0  |
-        Footer  | Menu      | text     |          | 0  |
-    )");
-}
-
-void LanguageInformationTest::readsStrings()
-{
-    bool ok = cell("ok") == "0";
-    WarningCapture capture;
-    QCOMPARE(LanguageInformation().getObject(cell("url"), ok, languageDocument(), cell("root"),
-                                             cell("property")),
-             cell("answer"));
-    QCOMPARE(ok, cell("ok") == "1");
+    QCOMPARE(result, isFound ? parseValue(cell("value")) : "untouched");
     QCOMPARE(capture.take().join('\n'), cell("warning"));
 }
 
@@ -115,14 +120,12 @@ void LanguageInformationTest::listsUrls_data()
 {
     // N stands for a text node, N+ for one with more in it; each URL ends in ";".
     addTable(R"(
-        urls              | content
-        A;A/B;A/b;B;      | {"B": N, "A": N+ "childs": {"b": N, "B": N}}}
-        D/E;              | {"A": {"text": ""}, "B": {"text": 1, "comment": ""}, "D": {"childs": {"E": N}}}
-        A/B;A/other/C;    | {"A": {"B": N, "other": {"C": N}}}
-        AMenu;            | {"A": {"childs": {"childsMenu": N}}}
-        childs;           | {"childs": N}
-        ;childs/;childs/A;| {"": N+ "childs": {"A": N, "": N}}}
-                          | [1]
+        urls                | content
+        A;A/B;A/b;B;childs; | {"childs": N, "B": N, "A": N+ "childs": {"b": N, "B": N}}}
+        A/B;A/other/C;D/E;  | {"A": {"B": N, "other": {"C": N}}, "B": {"text": ""}, "C": {"text": 1, "comment": ""}, "D": {"childs": {"E": N}}}
+        AMenu;              | {"A": {"childs": {"childsMenu": N}}}
+        ;childs/;childs/A;  | {"": N+ "childs": {"A": N, "": N}}}
+                            | [1]
     )");
 }
 
@@ -133,6 +136,52 @@ void LanguageInformationTest::listsUrls()
     const QByteArray json = "{\"Content\": " + content.toUtf8() + '}';
     const QStringList urls = LanguageInformation().getAvailableUrls(parseObject(json));
     QCOMPARE(urls.isEmpty() ? QString() : urls.join(';') + ';', cell("urls"));
+}
+
+void LanguageInformationTest::callsOnADocument_data()
+{
+    addTable(R"(
+        before                                | call                 | value     | result   | after                              | warning
+        {"A": {"x": 1}}                       | setJsonValue A/B/C   | "new"     | 0        | {"A": {"x": 1, "B": {"C": "new"}}} |
+        {"": 1}                               | setJsonValue         | "new"     | 3        | same                               |
+        {"A": {"childs": {}}}                 | setJsonValue A//B    | 1         | 0        | {"A": {"childs": {}, "": {"B": 1}}} |
+        {"A": {"b": 1}, "B": 1}               | setJsonValue A       | {"c": 2}  | 0        | {"A": {"c": 2}, "B": 1}            |
+        {"A": {"B": null}}                    | setJsonValue A/B     | "new"     | 3        | same                               |
+        {"A": {"B": [{}]}}                    | setJsonValue A/B/0/C | "new"     | 3        | same                               | Unable to find jsonObject for url: "B/0/C"
+        {}                                    | setJsonValue A/B/C   | {"B": {}} | 0        | {"A": {"B": {"C": {"B": {}}}}}     |
+        {"Z": {}}                             | setJsonValue Z/A/B/C | {"B": 1}  | 3        | {"Z": {"A": {"B": 1}}}             | Unable to find jsonObject for url: "B/C"
+        {"A": {"B": {"t": 1}}}                | setJsonValue A/B     | @A        | 0        | {"A": {"B": {"B": {"t": 1}}}}      |
+        {"A": {"B": {"t": 1}}}                | setJsonValue A       | @         | 0        | {"A": {"A": {"B": {"t": 1}}}}      |
+        {"Content": {}}                       | setText A/B          | "new"     | 0        | {"Content": {"A": {"childs": {"B": {"text": "new"}}}}} |
+        {"Content": {"A": {"text": "a"}}}     | setComment A         | "new"     | 0        | {"Content": {"A": {"text": "a"}, "": {"comment": "new"}}} |
+        {}                                    | setText A//          | "new"     | 0        | {"Content": {"A": {"childs": {"": {"childs": {"": {"text": "new"}}}}}}} | "empty jsonObject passed"
+        {"Content": {"A": {"childs": "x"}}}   | setComment A/B       | "new"     | 3        | same                               | Unable to find jsonObject for url: "childs/B/comment"
+        {"Content": {}}                       | setHeaderText 1      | "new"     | 0        | {"Content": {}, "Header": {"subLanguage": "new"}} |
+        {"Header": {"": "x"}}                 | setHeaderText 2      | "new"     | 3        | same                               | unknown Header Url : 2
+        {"Content": {}}                       | setHeaderText -7     | "new"     | 0        | {"Content": {}, "Header": "new"}   | unknown Header Url : -7
+        {"Header": {"language": "de"}}        | getHeaderText 0      | null      | de       | same                               |
+        {"Header": {"": "nameless"}}          | getHeaderText 2      | null      | nameless | same                               | unknown Header Url : 2
+        {"Content": {"A": {"childs": {"B": {"text": 7}}}}} | getText A/B          | null      | ok       | same                               | Invalid data type of jsonValue for url: "A/B/text"
+        {"Content": {"A": {"text": "a"}}}     | getComment A         | null      | not ok   | same                               |
+        {"Content": {"A": {"text": "", "comment": ""}}} | getAvailableUrls     | null      | A        | same                               |
+        {"Header": {}, "Content": {"A": {}}}  | replaceContent       | {"B": {}} | false    | {"Header": {}, "Content": {"B": {}}} |
+        {"Header": {}, "Content": {"A": {}}}  | replaceContent       | @         | false    | {"Header": {}, "Content": {"Header": {}}} |
+        {"Header": {}, "Content": {"A": {}}}  | clearContent         | null      |          | {"Header": {}, "Content": {}}      |
+        {"Header": {}}                        | clearContent         | null      |          | {"Header": {}, "Content": {}}      |
+    )");
+}
+
+void LanguageInformationTest::callsOnADocument()
+{
+    const QJsonObject before = parseObject(cell("before").toUtf8());
+    QJsonObject document = before; // shared: the call must leave the other holder's copy alone
+    const QJsonValue value = valueFor(document);
+    WarningCapture capture;
+    QCOMPARE(call(value, document), cell("result"));
+    QCOMPARE(document, cell("after") == "same" ? before : parseObject(cell("after").toUtf8()));
+    QCOMPARE(before, parseObject(cell("before").toUtf8()));
+    QCOMPARE(value, valueFor(before));
+    QCOMPARE(capture.take().join('\n'), cell("warning"));
 }
 
 QTEST_GUILESS_MAIN(LanguageInformationTest)
