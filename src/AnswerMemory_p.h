@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QString>
 
+#include <algorithm>
 #include <array>
 #include <unordered_map>
 
@@ -55,7 +56,10 @@ private:
     const AnswerTable* findTexts(const QString& languageKey)
     {
         const RecentLanguage& recent = recentSlot(languageKey);
-        const bool isFound = recent.texts != nullptr && recent.key == languageKey;
+        // Compared here: for a handful of letters the call would take longer than the comparison.
+        const bool isFound =
+            recent.texts != nullptr && recent.key.size() == languageKey.size() &&
+            std::equal(recent.key.cbegin(), recent.key.cend(), languageKey.cbegin());
         return isFound ? recent.texts : findTextsAnew(languageKey);
     }
     RecentLanguage& recentSlot(const QString& languageKey)

@@ -1,7 +1,5 @@
 #include "LookUpLocker_p.h"
 
-#include <QThread>
-
 #include <algorithm>
 
 namespace
@@ -16,16 +14,11 @@ Microseconds now()
 }
 
 /**
- * Awake where that is shorter than falling asleep, and never by offering the processor to others:
- * on a busy device they would keep it for long, where a sleeper gets it back at once.
+ * Awake, and without offering the processor to others: on a busy device they would keep it for
+ * much longer than this.
  */
 void leaveAlone(Microseconds duration)
 {
-    constexpr Microseconds shortestSleep(20);
-    if (duration > shortestSleep) {
-        QThread::usleep(duration.count());
-        return;
-    }
     const Microseconds start = now();
     while (now() - start <= duration) {
     }

@@ -29,9 +29,10 @@ private:
 /**
  * Holds a mutex for a look-up.
  *
- * A look-up of another thread is over before this one could be put to sleep and woken again, so at
- * first it is waited for awake. Threads that look up all the time take turns of many look-ups: at
- * each change the mutex and the texts move to another processor, which takes longer than a look-up.
+ * A look-up of another thread is over before this one could be put to sleep and woken again, so it
+ * is waited for awake, for a while. Threads that look up all the time take turns of many look-ups:
+ * at each change the mutex and the texts move to another processor, which takes longer than a
+ * look-up.
  */
 class LookUpLocker
 {

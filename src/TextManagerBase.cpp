@@ -127,14 +127,14 @@ QString TextManagerBase::getText(const QString& textUrl, bool& ok, const QString
 QString TextManagerBase::getText(const QString& textUrl, const QString& languageKey) const
 {
     // Not through the form with the flag: this is the look-up that screens are made of, and what is
-    // remembered is found here without another call.
+    // remembered is found here without another call, and without a copy of the language's key.
     const LookUpLocker locker(m_Mutex, m_Memory->patience);
-    const QString key = selectSuitableLanguageKey(languageKey);
+    const QString& key = languageKey.isEmpty() ? m_StrLanguageName : languageKey;
     m_Memory->keepAnswersOnlyFor(m_LanguageMap, m_ShortLanguageMap);
     if (const Answer* remembered = m_Memory->texts.find(key, textUrl))
         return remembered->text;
     bool ok = false;
-    return fullText(textUrl, ok, key);
+    return fullText(textUrl, ok, selectSuitableLanguageKey(languageKey));
 }
 
 QString TextManagerBase::getShortText(const QString& textUrl, bool& ok,
