@@ -16,8 +16,12 @@ SECONDS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}
 
 def read_medians(path):
     """Seconds by name of the benchmark: of one look-up where look-ups are counted, else of one iteration."""
-    return {run["run_name"]: 1 / run["items_per_second"] if "items_per_second" in run
-            else run["cpu_time"] * SECONDS[run["time_unit"]]
+    def seconds(run):
+        if "items_per_second" in run:
+            return 1 / run["items_per_second"]
+        return run["real_time" if "manual_time" in run["run_name"] else "cpu_time"] * SECONDS[run["time_unit"]]
+
+    return {run["run_name"]: seconds(run)
             for run in json.loads(path.read_text())["benchmarks"] if run.get("aggregate_name") == "median"}
 
 
@@ -88,6 +92,9 @@ def others(look_ups, listing, start, memory):
          ratio(look_ups["getText/languages"], look_ups["QHash/languages"])),
         ("The `QHash`: time for a text, two threads looking up at once, against one thread",
          ratio(look_ups["QHash/threads/2/manual_time"], look_ups["QHash/threads/1/manual_time"])),
+        ("A screen of 200 texts, beside a thread that looks up all the time, against such a `QHash`",
+         ratio(look_ups["getText/screen/iterations:100/manual_time"],
+               look_ups["QHash/screen/iterations:100/manual_time"])),
         ("`getAvailableUrls` on 50,000 texts", show_time(listing["getAvailableUrls"])),
         ("The start of a text manager over 150 languages of 1,000 texts", show_time(start["load"])),
         ("Its reload when no file has changed", show_time(start["reload"])),
