@@ -45,6 +45,10 @@ def show_time(seconds):
     return f"{seconds / SECONDS[unit]:.3g} {unit}"
 
 
+def show_rate(rate):
+    return f"{rate / 1e6:.1f} million"
+
+
 def show_size(size):
     return f"{size / 1e6:.1f} MB"
 
@@ -64,8 +68,8 @@ def goals(look_ups, loading, memory, editing, translation):
          look_ups["getShortText/full"], direct, 2.0),
         ("A text that no language has, against the plain walk through three documents", show_time,
          look_ups["getText/missing"], look_ups["walk/missing"], 1.0),
-        ("Time for a text, two threads looking up at once, against one thread", show_time,
-         two_threads, one_thread, 1.0),
+        ("Texts per second, two threads looking up at once, against one thread", show_rate,
+         1 / two_threads, 1 / one_thread, 1.0),
         ("Loading a folder, against `QJsonDocument::fromJson` of the same bytes", show_time,
          loading["load"], loading["fromJson"], 1.1),
         ("`reloadLanguage()` of unchanged files, against the first load", show_time,
@@ -81,8 +85,8 @@ def goals(look_ups, loading, memory, editing, translation):
 
 def others(look_ups, listing, start, memory):
     """Figures that have no goal."""
-    def ratio(one, other):
-        return f"{show_time(one)}, {one / other:.2f} of {show_time(other)}"
+    def ratio(one, other, show=show_time):
+        return f"{show(one)}, {one / other:.2f} of {show(other)}"
 
     return [
         ("The first look-up of a text, against the plain walk to it", ratio(look_ups["getText/first"], look_ups["walk"])),
@@ -90,8 +94,8 @@ def others(look_ups, listing, start, memory):
          ratio(look_ups["getText/many_missing"], look_ups["walk/many_missing"])),
         ("`getText` in three languages in turn, against three such `QHash`",
          ratio(look_ups["getText/languages"], look_ups["QHash/languages"])),
-        ("The `QHash`: time for a text, two threads looking up at once, against one thread",
-         ratio(look_ups["QHash/threads/2/manual_time"], look_ups["QHash/threads/1/manual_time"])),
+        ("Texts per second of the `QHash`, two threads looking up at once, against one thread",
+         ratio(1 / look_ups["QHash/threads/2/manual_time"], 1 / look_ups["QHash/threads/1/manual_time"], show_rate)),
         ("A screen of 200 texts, beside a thread that looks up all the time, against such a `QHash`",
          ratio(look_ups["getText/screen/iterations:100/manual_time"],
                look_ups["QHash/screen/iterations:100/manual_time"])),
