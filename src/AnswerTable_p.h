@@ -75,6 +75,6 @@ private:
     /** A power of two of them, at most half of them taken. */
     std::vector<Slot> m_Slots;
     std::size_t m_Count = 0;
-    /** Unlike from process to process, and not 0, which Qt takes for a wish for its slower hash. */
+    /** Another in each process, and never 0, with which Qt takes a slower hash. */
     uint m_Seed = static_cast<uint>(qGlobalQHashSeed()) | 1U;
 };
