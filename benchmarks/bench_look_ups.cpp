@@ -173,10 +173,10 @@ bool isRight(const char* name, const Keys<Key>& keys, const Keys<QString>& expec
             return false;
         }
     }
-
     return true;
 }
 
+/** One key after the other, and then from the first again. */
 template<typename Key>
 class Round
 {

@@ -94,6 +94,8 @@ def others(look_ups, listing, start, memory):
          ratio(look_ups["getText/many_missing"], look_ups["walk/many_missing"])),
         ("`getText` in three languages in turn, against three such `QHash`",
          ratio(look_ups["getText/languages"], look_ups["QHash/languages"])),
+        ("Time for a text, two threads looking up at once, against one thread",
+         ratio(look_ups["getText/threads/2/manual_time"], look_ups["getText/threads/1/manual_time"])),
         ("Texts per second of the `QHash`, two threads looking up at once, against one thread",
          ratio(1 / look_ups["QHash/threads/2/manual_time"], 1 / look_ups["QHash/threads/1/manual_time"], show_rate)),
         ("A screen of 200 texts, beside a thread that looks up all the time, against such a `QHash`",

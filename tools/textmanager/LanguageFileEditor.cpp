@@ -99,9 +99,7 @@ QString lockPathOf(const QString& realPath)
     return info.dir().filePath(QStringLiteral(".%1.lock").arg(info.fileName()));
 }
 
-/**
- * Leaves the file to its owner, with the permissions that he gave it, also when someone else, root
- * for one, replaces it.
+/** Leaves the file to its owner, and its permissions, also when someone else replaces it, as root.
  */
 void keepOwnerAndPermissions(const QString& filePath, int newFile)
 {
