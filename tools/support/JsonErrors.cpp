@@ -84,7 +84,7 @@ QString expectedBy(rapidjson::ParseErrorCode code)
 JsonFault describeJsonError(const QByteArray& bytes, rapidjson::ParseErrorCode code, int offset)
 {
     const auto faultAt = [&](int where, const QString& reason, bool isEncodingFault) {
-        const Place place = PlaceIndex(bytes).placeOf(bytes, where);
+        const Place place = PlaceIndex().placeOf(bytes, where);
         return JsonFault{place.line, place.column, reason, isEncodingFault};
     };
     const int noUtf8 = findNoUtf8(bytes);

@@ -4,6 +4,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QVarLengthArray>
 
 #include <algorithm>
 
@@ -77,14 +78,21 @@ int LanguageDocument::headerField(const QString& field) const
 
 QString LanguageDocument::urlOf(int node) const
 {
-    QStringList path;
+    QVarLengthArray<int, 32> path;
     for (; node != m_Content && node > JsonTree::root; node = m_Tree.at(node).parent)
-        path.prepend(m_Tree.keyOf(node));
+        path.append(node);
     const QString& separator = LanguageDefinitions::getUrlSeparator();
-    QString storagePath;
-    for (const QString& key : path)
-        storagePath += storagePath.isEmpty() ? key : separator + key;
-    return storagePath.remove(separator + LanguageDefinitions::getJsonChildsKey());
+    QString url;
+    bool isBegun = false; // a text manager puts no separator behind an empty beginning
+    for (auto member = path.crbegin(); member != path.crend(); ++member) {
+        if (isBegun && m_Tree.hasKey(*member, keys().childs))
+            continue;
+        const QString key = m_Tree.keyOf(*member);
+        url += isBegun ? separator + key : key;
+        isBegun = isBegun || !key.isEmpty();
+    }
+    // Keys that only begin with "childs" lose that beginning, too.
+    return url.remove(separator + LanguageDefinitions::getJsonChildsKey());
 }
 
 bool LanguageDocument::isContainer(int node) const
