@@ -10,7 +10,7 @@
 DeviceManifestManager::DeviceManifestManager()
 {
     const QDBusMessage reply =
-        DeviceBus::call(DeviceBus::connection(), DeviceManagerDefinitions::getModuleName(),
+        DeviceBus::call(DeviceManagerDefinitions::getModuleName(),
                         SystemInformationManagerDefinitions::getObjectNameConfiguration(),
                         QStringLiteral("getStatusDisplay"));
     if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("bs"))
