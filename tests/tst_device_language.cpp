@@ -92,7 +92,7 @@ void announceAsStranger(const QStringList& words)
 void announceChanges(int count)
 {
     const QDBusMessage call = QDBusMessage::createMethodCall(
-        "Device.DeviceManager", "/Configuration", "Interface.Configuration",
+        "Device.DeviceManager", "/Configuration", "Interface.DeviceSimulator",
         "announceConfigurationDataChange");
     for (; count > 1; --count)
         QDBusConnection::sessionBus().send(call);
@@ -214,6 +214,8 @@ void DeviceLanguageTest::followsWhateverComesLate()
     if (cell("what") == "bus again") {
         m_Bus.stop();
         device.waitForFinished();
+        QCOMPARE(device.exitCode(), 2);
+        QVERIFY(device.readAllStandardError().contains("the bus ended the connection"));
         m_Bus.start();
     }
     if (cell("what") == "connection again") {
@@ -250,7 +252,7 @@ void DeviceLanguageTest::readsTheLanguage_data()
         "a/b/c"       | c        |
         "Languages/"  |          |
         7             | 7        |
-        null          |          | QVariant(Invalid)
+        null          |          | QVariant(QVariantList, ())
         {"a": [0.5]}  |          | QVariant(QVariantMap, QMap(("a", QVariant(QVariantList, (QVariant(double, 0.5))))))
     )");
 }
@@ -277,7 +279,8 @@ void DeviceLanguageTest::followsTheSettings()
                         "string:Device.DeviceManager", "string:", "string::1.999"});
     // In their turn: the one that is followed shows that the ones before it were not. All come
     // before the event loop runs, and are not lost.
-    DeviceService::tell("announceConfigurationChange", {"string:devicesettings/devicesettings"});
+    DeviceService::tell("DeviceSimulator.announceConfigurationChange",
+                        {"string:devicesettings/devicesettings"});
     DeviceService::setLanguage("Languages/de_DE"); // no change
     DeviceService::setLanguage("Languages/ja_JP");
     QVERIFY(reloads.wait());
@@ -292,7 +295,7 @@ void DeviceLanguageTest::followsTheSettings()
         return currentText(another);
     });
     isListening.get_future().wait();
-    DeviceService::tell("announceConfigurationDataChange");
+    DeviceService::tell("DeviceSimulator.announceConfigurationDataChange");
     QVERIFY(reloads.wait());
     QCOMPARE(elsewhere.get(), "ja_JP");
     QCOMPARE(reloads.size(), 2);
@@ -408,8 +411,9 @@ void DeviceLanguageTest::readsAndStoresDynamicTexts()
     auto connector = Connector::createAndConnect("DeviceManager", "Configuration");
     QSignalSpy changes(connector.data(), &Connector::configurationDataChanged);
     const auto store = [](const QString& value) {
-        return DeviceService::tell("setDynamicText", {"string:I", "string:U", "string:Device",
-                                                      "string:ja_JP", "variant:" + value});
+        return DeviceService::tell(
+            "Configuration.setDynamicText",
+            {"string:I", "string:U", "string:Device", "string:ja_JP", "variant:" + value});
     };
     for (const QString value : {"double:nan", "int64:9007199254740993"})
         QVERIFY(store(value).contains("NotStored: JSON does not keep"));
@@ -463,6 +467,8 @@ void DeviceLanguageTest::refusesFaultyFiles_data()
         7                                      | :1:1: malformed JSON: found a number
         {"dynamicTexts": {"I": {"U": []}}}     | : dynamicTexts/I/U: expected an object, found an
         {"configuration": {"I": {"M": {"K": [{"a": null}]}}}} | : configuration/I/M/K[0]/a: null is
+        {"configuration": {"I": {"M": {"K": {"a": "b\u0000"}}}}} | : configuration/I/M/K/a: the bus carries no text
+        {"dynamicTexts": {"I": {"U": {"K": {"L": DEEP}}}}} | : dynamicTexts/I/U/K/L%1: the bus carries no value of so
         {"statusDisplay": {"available": true}} | : statusDisplay/folder: expected a text, found not
     )");
 }
@@ -470,11 +476,13 @@ void DeviceLanguageTest::refusesFaultyFiles_data()
 void DeviceLanguageTest::refusesFaultyFiles()
 {
     const LanguageFiles files;
-    const QByteArray json = cell("json").toUtf8();
+    const QString deepList = QString(32, '[') + '7' + QString(32, ']');
+    const QByteArray json = cell("json").replace("DEEP", deepList).toUtf8();
     files.write("device", json);
     const ToolRun run({files.file("device")}, {}, {}, DEVICE_SIMULATOR_PROGRAM);
     QCOMPARE(run.exitStatus(), 2);
-    const QString message = "device-simulator: " + files.file("device") + cell("fault");
+    const QString message = "device-simulator: " + files.file("device") +
+                            cell("fault").replace("%1", QString("[0]").repeated(32));
     QVERIFY2(run.messages().startsWith(message), qPrintable(run.messages()));
     QFile file(files.file("device"));
     QVERIFY(file.open(QIODevice::ReadOnly));

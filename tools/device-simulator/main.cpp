@@ -3,6 +3,7 @@
 #include "Console.h"
 #include "DeviceBus.h"
 #include "DeviceFile.h"
+#include "SimulatorAdaptor.h"
 #include "TerminationSignals.h"
 
 #include "DeviceManagerDefinitions.h"
@@ -35,10 +36,9 @@ QString publish(ConfigurationService& service)
         return QStringLiteral("there is no bus: %1. On a desktop without one, start the program "
                               "under dbus-run-session.")
             .arg(bus.lastError().message());
-    // Without the bus nobody can ask any more.
     bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                 QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
-                QCoreApplication::instance(), SLOT(quit()));
+                &service, SIGNAL(busLost()));
     // The object first: whoever sees the name may ask at once.
     if (bus.registerObject(path, &service) && bus.registerService(name))
         return QString();
@@ -59,6 +59,12 @@ ExitStatus simulate(const QString& path)
     const TerminationSignals terminationSignals;
     ConfigurationService service(file);
     new ConfigurationAdaptor(&service); // belongs to the service
+    new SimulatorAdaptor(&service);     // and so does this
+    QObject::connect(&service, &ConfigurationService::busLost, [] {
+        printMessage(QStringLiteral("the bus ended the connection. Start the device simulator "
+                                    "again when the bus is there."));
+        QCoreApplication::exit(UnusableInput);
+    });
     const QString obstacle = publish(service);
     if (!obstacle.isEmpty()) {
         printMessage(obstacle);
@@ -75,7 +81,9 @@ ExitStatus run(const QStringList& words)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Owns the configuration service of a device on the bus, over the JSON file FILE, until it "
-        "is interrupted or the bus ends. A line on standard output says when the service is there. "
+        "is interrupted, which is status 0, or the bus ends the connection, which is status 2. A "
+        "line "
+        "on standard output says when the service is there. "
         "The bus is the session bus, or the system bus where there is none; "
         "TEXTMANAGER_BUS=session or =system chooses."));
     parser.addPositionalArgument(QStringLiteral("FILE"),
