@@ -137,6 +137,8 @@ private Q_SLOTS:
     void followsWhateverComesLate_data();
     void followsWhateverComesLate();
     void asksAHastyServiceAgain();
+    void readsTheManifestFile_data();
+    void readsTheManifestFile();
     void readsTheLanguage_data();
     void readsTheLanguage();
     void followsTheSettings();
@@ -244,6 +246,37 @@ void DeviceLanguageTest::asksAHastyServiceAgain()
     service.publishObject();
     QVERIFY(reloads.wait());
     QCOMPARE(currentText(manager), "ja_JP");
+}
+
+void DeviceLanguageTest::readsTheManifestFile_data()
+{
+    // The service's own folder is "short".
+    addTable(R"(json                                       | folder | warning
+        {"statusDisplay": {"available": true, "folder": "f"}} | f     |
+        {"statusDisplay": {"available": false}}               |       |
+        {"other": 7}                                          | short |
+        {\n"statusDisplay": ä}                                | short | :2:18: malformed JSON: illegal
+        {"statusDisplay": true}                               | short | : statusDisplay/available: expected
+        {"statusDisplay": {"available": true}}                | short | : statusDisplay/folder: expected
+        []                                                    | short | :1:1: expected an object
+    )");
+}
+
+void DeviceLanguageTest::readsTheManifestFile()
+{
+    const DeviceService device(DeviceService::withLanguage("\"de_DE\""));
+    const LanguageFiles files;
+    files.write("manifest", cell("json").toUtf8());
+    const QString path = files.file("manifest");
+    qputenv("TEXTMANAGER_MANIFEST", path.toUtf8());
+    WarningCapture capture;
+    const QString folder = TextManager::getSmallFolder();
+    qunsetenv("TEXTMANAGER_MANIFEST");
+    QCOMPARE(folder, cell("folder"));
+    const QString warnings = capture.take().join('\n');
+    const QString beginning = cell("warning").isEmpty() ? QString() : path + cell("warning");
+    QCOMPARE(warnings.left(beginning.size()), beginning);
+    QCOMPARE(warnings.isEmpty(), cell("warning").isEmpty());
 }
 
 void DeviceLanguageTest::readsTheLanguage_data()
