@@ -78,7 +78,7 @@ bool JsonTreeBuilder::RawNumber(const char* digits, rapidjson::SizeType length, 
     QByteArray(digits, static_cast<int>(length)).toDouble(&isInRange);
     return isInRange ? addScalar(JsonTree::Type::Number)
                      : refuse(offset() - static_cast<int>(length),
-                              QStringLiteral("found a number that is out of range"));
+                              QStringLiteral("found a number out of range"));
 }
 
 bool JsonTreeBuilder::Key(const char* key, rapidjson::SizeType length, bool)

@@ -116,9 +116,10 @@ QVector<Finding> LanguageDocument::findFaults() const
     if (!m_IsLoaded)
         return {faultAt(JsonTree::root, m_Tree.at(JsonTree::root).valueBegin,
                         QStringLiteral("no-content"),
-                        QStringLiteral("expected an object with \"%1\", found %2. The file is left "
-                                       "out; put the texts below \"%1\", or move the file away.")
-                            .arg(contentName, nameOfType(m_Tree.typeOf(JsonTree::root))))};
+                        QStringLiteral("no language file: expected an object with \"%1\", found "
+                                       "%2. The file is left out; put the texts below \"%1\", or "
+                                       "move the file away.")
+                            .arg(contentName, describeTop()))};
     QVector<Finding> faults = findWrongTypes();
     for (const int member : m_Tree.repeatedKeys())
         faults.append(faultAt(member, m_Tree.at(member).keyBegin, QStringLiteral("repeated-key"),
@@ -226,6 +227,17 @@ QVector<Finding> LanguageDocument::findWrongTypes() const
                                                       : QStringLiteral("an object"))));
     }
     return findings;
+}
+
+QString LanguageDocument::describeTop() const
+{
+    if (!m_Tree.isObject(JsonTree::root))
+        return QStringLiteral("an array");
+    QStringList keys;
+    for (int member = m_Tree.firstChild(JsonTree::root); member != JsonTree::none;
+         member = m_Tree.at(member).nextSibling)
+        keys.append(m_Tree.keyOf(member));
+    return QStringLiteral("an object with the keys (%1)").arg(keys.join(QStringLiteral(", ")));
 }
 
 bool LanguageDocument::isBelowContent(int node) const

@@ -1,7 +1,7 @@
 #include "CommandLine.h"
 #include "Commands.h"
 #include "DeviceMessages.h"
-#include "LanguageFolder.h"
+#include "Folders.h"
 #include "TerminationSignals.h"
 
 #include "TextManager.h"
@@ -54,7 +54,7 @@ void printMessageOfFolder(QtMsgType, const QMessageLogContext&, const QString& m
 ExitStatus runWatch(const CommandLine& commandLine)
 {
     const QStringList arguments = commandLine.arguments();
-    auto folder = LanguageFolder::open(arguments.first()); // reports what is left out
+    auto folder = openFolder(arguments.first()); // reports what is left out
     if (!folder)
         return UnusableInput;
     const QString languagePath = QFileInfo(folder->getLanguagePath()).absoluteFilePath();

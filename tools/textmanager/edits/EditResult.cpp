@@ -1,5 +1,7 @@
 #include "EditResult.h"
 
+#include "Folders.h"
+
 #include <QJsonArray>
 
 EditChange changeOf(const QString& name, const QJsonValue& before, const QJsonValue& after)
@@ -12,7 +14,7 @@ EditChange changeOf(const QString& name, const QJsonValue& before, const QJsonVa
 ExitStatus saveAndPrint(LanguageFileEditor& editor, const QVector<EditChange>& changes,
                         bool isJsonWanted)
 {
-    if (!editor.save())
+    if (!saveEditor(editor))
         return UnusableInput;
     QJsonArray list;
     for (const EditChange& change : changes) {
