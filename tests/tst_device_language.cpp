@@ -180,6 +180,11 @@ void DeviceLanguageTest::answersWithoutAService()
     const TextManager named(m_Files.path(), "de_DE");
     QCOMPARE(capture.take(), QStringList());
     QCOMPARE(currentText(named), "de_DE");
+
+    const LanguageFiles malformed;
+    malformed.write("de_DE", "{");
+    const TextManager loaded(malformed.path(), "de_DE");
+    QCOMPARE(capture.take().size(), 1); // nothing is loaded twice
 }
 
 void DeviceLanguageTest::answersWithoutABus()
