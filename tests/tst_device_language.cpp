@@ -181,9 +181,9 @@ void DeviceLanguageTest::answersWithoutAService()
     QCOMPARE(capture.take(), QStringList());
     QCOMPARE(currentText(named), "de_DE");
 
-    const LanguageFiles malformed;
-    malformed.write("de_DE", "{");
-    const TextManager loaded(malformed.path(), "de_DE");
+    const LanguageFiles incomplete;
+    incomplete.write("de_DE", "{}");
+    const TextManager loaded(incomplete.path(), "de_DE");
     QCOMPARE(capture.take().size(), 1); // nothing is loaded twice
 }
 
