@@ -229,10 +229,12 @@ void RememberedAnswersTest::freesWhatIsReplaced()
     const int before = residentMegabytes();
     for (int count = 0; count < 60; ++count) { // one language, in a file of another name each time
         const QString name = QString("de_DE.%1").arg(count);
-        const QByteArray text(2'000'000, static_cast<char>('A' + count % 26));
-        files.write(name, R"({"Content": {"A": {"text": ")" + text + R"("}}})");
+        const QByteArray text = QByteArray(2'000'000, 'x') + QByteArray::number(count);
+        const LanguageFiles others;
+        for (const LanguageFiles* each : {&files, &others})
+            each->write(name, R"({"Content": {"A": {"text": ")" + text + R"("}}})");
         QMap<QString, QJsonObject> map;
-        manager.addLanguage(files.path(), map);
+        manager.addLanguage(others.path(), map);
         manager.reloadLanguage();
         QCOMPARE(manager.getText("A", "de_DE").size(), text.size());
         files.remove(name);
