@@ -180,6 +180,11 @@ void DeviceLanguageTest::answersWithoutAService()
     const TextManager named(m_Files.path(), "de_DE");
     QCOMPARE(capture.take(), QStringList());
     QCOMPARE(currentText(named), "de_DE");
+
+    const LanguageFiles faulty; // it warns each time that it is read, which is once
+    faulty.write("de_DE", "{}");
+    const TextManager loaded(faulty.path(), "de_DE");
+    QCOMPARE(capture.take().filter("No 'Content'-key found").size(), 1);
 }
 
 void DeviceLanguageTest::answersWithoutABus()
