@@ -247,8 +247,7 @@ void JsonTranslationTest::translatesInThreads()
 
 void JsonTranslationTest::keepsNoOldTexts()
 {
-    QJsonObject document{
-        {"Content", QJsonObject{{"A", QJsonObject{{"text", QString(999, 'x')}}}}}};
+    QJsonObject document{{"Content", QJsonObject{{"A", QJsonObject{{"text", QString(999, 'x')}}}}}};
     const TextManagerBase manager("de_DE", document);
     const Parameters parameters(manager, "de_DE");
     Translator translator(parameters);
