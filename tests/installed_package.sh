@@ -70,6 +70,10 @@ check_interface() { # PREFIX LIBRARY FOLDER; the folder of its headers, in that 
 
 cmake --install "$build" --prefix "$work/reference" >/dev/null
 check_interface "$work/reference" libTextManagerLibrary .
+for file in man/man1/{textmanager,device-simulator}.1 bash-completion/completions/textmanager \
+    zsh/site-functions/_textmanager fish/vendor_completions.d/textmanager.fish; do
+    [ -s "$work/reference/share/$file" ] || fail "share/$file is not installed"
+done
 check_client reference json "$work/reference"
 
 if [ -d "$work/reference/include/TextManagerLibrary/messages" ]; then
