@@ -1,0 +1,248 @@
+#include "PoReader.h"
+
+#include "VisibleControls.h"
+
+#include <QTextCodec>
+
+namespace
+{
+
+using State = ExchangeUnit::State;
+
+QString shortMark()
+{
+    return QStringLiteral(" (short text)");
+}
+
+/** Reads digits of an escape, and goes behind them. */
+ushort readCode(const QString& line, int& index, int base, int mostDigits)
+{
+    ushort code = 0;
+    for (int count = 0; count < mostDigits && index < line.size(); ++count, ++index) {
+        bool isDigit = false;
+        const ushort digit = line.mid(index, 1).toUShort(&isDigit, base);
+        if (!isDigit)
+            break;
+        code = static_cast<ushort>(code * base + digit);
+    }
+    return code;
+}
+
+/** Reads what stands behind a backslash, and goes behind it; a null character for U+0000 only. */
+std::optional<QChar> readEscape(const QString& line, int& index)
+{
+    static const QString names = QStringLiteral("abfnrtv\\\"?'");
+    static const QString characters = QStringLiteral("\a\b\f\n\r\t\v\\\"?'");
+    const QChar name = line.at(index);
+    const int known = names.indexOf(name);
+    if (known >= 0) {
+        ++index;
+        return characters.at(known);
+    }
+    if (name == QLatin1Char('x')) {
+        ++index;
+        return QChar(readCode(line, index, 16, 2));
+    }
+    if (name >= QLatin1Char('0') && name <= QLatin1Char('7'))
+        return QChar(readCode(line, index, 8, 3));
+    return std::nullopt;
+}
+
+int skipBlanks(const QString& line, int index)
+{
+    while (index < line.size() && line.at(index).isSpace())
+        ++index;
+    return index;
+}
+
+} // namespace
+
+QString PoContext::write(const QString& url, bool isShort)
+{
+    QString context = showControls(url);
+    // A URL that ends as the mark of short texts does is told from them by its last character.
+    if (context.endsWith(shortMark()))
+        context = context.chopped(1) + codeOf(context.back());
+    return isShort ? context + shortMark() : context;
+}
+
+void PoContext::read(const QString& context, ExchangeUnit& unit)
+{
+    unit.isShort = context.endsWith(shortMark());
+    unit.url = hideControls(unit.isShort ? context.chopped(shortMark().size()) : context);
+}
+
+std::optional<ExchangeFault> PoReader::read(const QByteArray& bytes)
+{
+    QTextCodec::ConverterState state;
+    const QString text =
+        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+    if (state.invalidChars > 0 || state.remainingChars > 0)
+        return ExchangeFault{{}, QStringLiteral("is not encoded in UTF-8. Save it as UTF-8.")};
+    for (int start = 0; start < text.size() && !m_Fault;) {
+        const int end = text.indexOf(QLatin1Char('\n'), start);
+        const int next = end < 0 ? text.size() : end;
+        ++m_Line;
+        readLine(text.mid(start, next - start));
+        start = next + 1;
+    }
+    if (!m_Fault)
+        finishEntry();
+    return m_Fault;
+}
+
+void PoReader::readLine(const QString& line)
+{
+    const int start = skipBlanks(line, 0);
+    if (start == line.size())
+        return;
+    if (line.at(start) == QLatin1Char('#'))
+        readComment(line.mid(start));
+    else if (line.at(start) == QLatin1Char('"'))
+        readString(line, start);
+    else
+        readKeyword(line, start);
+}
+
+void PoReader::readComment(const QString& line)
+{
+    if (m_Entry.text)
+        finishEntry();
+    const QString content = line.mid(2);
+    if (line.startsWith(QLatin1String("#."))) {
+        m_Entry.comment.append(content.startsWith(QLatin1Char(' ')) ? content.mid(1) : content);
+    } else if (line.startsWith(QLatin1String("#,"))) {
+        for (const QString& flag : content.split(QLatin1Char(',')))
+            m_Entry.isFuzzy = m_Entry.isFuzzy || flag.trimmed() == QLatin1String("fuzzy");
+    } else if (line.startsWith(QLatin1String("#|"))) {
+        const int start = skipBlanks(line, 2);
+        if (start < line.size() && line.at(start) == QLatin1Char('"'))
+            readString(line, start);
+        else
+            readKeyword(line, start);
+    }
+}
+
+void PoReader::readKeyword(const QString& line, int start)
+{
+    const int quote = line.indexOf(QLatin1Char('"'), start);
+    const QString keyword = line.mid(start, quote < 0 ? -1 : quote - start).trimmed();
+    m_pTarget =
+        targetOf(line.startsWith(QLatin1String("#|")) ? QStringLiteral("#| ") + keyword : keyword);
+    if (m_pTarget == nullptr)
+        fail(start, QStringLiteral("found '%1', expected msgctxt, msgid, msgstr or a text in "
+                                   "quotation marks")
+                        .arg(keyword));
+    else if (quote < 0)
+        fail(line.size(), QStringLiteral("a text in quotation marks is missing"));
+    else
+        readString(line, quote);
+}
+
+QString* PoReader::targetOf(const QString& keyword)
+{
+    const bool startsEntry =
+        keyword == QLatin1String("msgctxt") || (keyword == QLatin1String("msgid") && m_Entry.id);
+    if (startsEntry && (m_Entry.text || m_Entry.id))
+        finishEntry();
+    if (m_Entry.line == 0 && !keyword.startsWith(QLatin1Char('#')))
+        m_Entry.line = m_Line;
+    if (keyword == QLatin1String("#| msgid"))
+        return &m_Entry.previousId;
+    if (keyword.startsWith(QLatin1String("#| msg")))
+        return &m_StrUnused;
+    if (keyword == QLatin1String("msgctxt"))
+        return beginText(m_Entry.context);
+    if (keyword == QLatin1String("msgid"))
+        return beginText(m_Entry.id);
+    if (keyword == QLatin1String("msgstr"))
+        return beginText(m_Entry.text);
+    if (keyword != QLatin1String("msgid_plural") && !keyword.startsWith(QLatin1String("msgstr[")))
+        return nullptr;
+    m_Entry.hasPlural = true;
+    return keyword == QLatin1String("msgid_plural") ? &m_StrUnused : beginText(m_Entry.text);
+}
+
+QString* PoReader::beginText(std::optional<QString>& part)
+{
+    part = QString();
+    return &*part;
+}
+
+void PoReader::readString(const QString& line, int start)
+{
+    if (m_pTarget == nullptr) {
+        fail(start, QStringLiteral("found a text that belongs to nothing"));
+        return;
+    }
+    int index = start + 1;
+    while (index < line.size() && line.at(index) != QLatin1Char('"')) {
+        if (line.at(index) != QLatin1Char('\\')) {
+            *m_pTarget += line.at(index++);
+            continue;
+        }
+        ++index;
+        const std::optional<QChar> character =
+            index < line.size() ? readEscape(line, index) : std::nullopt;
+        if (!character) {
+            fail(index - 1, QStringLiteral("the backslash begins nothing that is known"));
+            return;
+        }
+        *m_pTarget += *character;
+    }
+    if (index >= line.size())
+        fail(line.size(), QStringLiteral("the quotation mark at the end is missing"));
+    else if (skipBlanks(line, index + 1) < line.size())
+        fail(index + 1, QStringLiteral("there is something behind the text"));
+}
+
+void PoReader::finishEntry()
+{
+    const Entry entry = m_Entry;
+    m_Entry = Entry();
+    m_pTarget = nullptr;
+    if (!entry.id && !entry.text && !entry.context)
+        return; // comments alone
+    if (!entry.id || !entry.text) {
+        m_Fault = ExchangeFault{{entry.line, 1},
+                                QStringLiteral("malformed PO: an entry needs both "
+                                               "msgid and msgstr.")};
+    } else if (!entry.context && entry.id->isEmpty()) {
+        readHeader(*entry.text);
+    } else if (!entry.context || entry.hasPlural) {
+        m_File.unusable.append(
+            {{entry.line, 1},
+             entry.hasPlural
+                 ? QStringLiteral("an entry with plural forms is no text of a language file.")
+                 : QStringLiteral("an entry without msgctxt names no text URL.")});
+    } else {
+        ExchangeUnit unit;
+        PoContext::read(*entry.context, unit);
+        unit.place = {entry.line, 1};
+        unit.baseText = hideControls(*entry.id);
+        unit.text = hideControls(*entry.text);
+        unit.comment = hideControls(entry.comment.join(QLatin1Char('\n')));
+        unit.previousBaseText = hideControls(entry.previousId);
+        unit.state = entry.isFuzzy         ? State::Stale
+                     : unit.text.isEmpty() ? State::Missing
+                                           : State::Translated;
+        m_File.units.append(unit);
+    }
+}
+
+void PoReader::readHeader(const QString& fields)
+{
+    for (const QString& line : fields.split(QLatin1Char('\n'))) {
+        const QString name = line.section(QLatin1Char(':'), 0, 0).trimmed();
+        const QString value = line.section(QLatin1Char(':'), 1).trimmed();
+        if (name == QLatin1String("Language"))
+            m_File.language = value;
+        else if (name == QLatin1String("X-Source-Language"))
+            m_File.baseLanguage = value;
+    }
+}
+
+void PoReader::fail(int index, const QString& reason)
+{
+    m_Fault = ExchangeFault{{m_Line, index + 1}, QStringLiteral("malformed PO: %1.").arg(reason)};
+}

@@ -1,0 +1,255 @@
+#include "TsvFormat.h"
+
+#include "VisibleControls.h"
+
+#include <QHash>
+#include <QRegularExpression>
+#include <QTextCodec>
+
+namespace
+{
+
+QString urlTitle()
+{
+    return QStringLiteral("URL");
+}
+
+QString commentTitle()
+{
+    return QStringLiteral("comment");
+}
+
+QString shortTextTitle()
+{
+    return QStringLiteral("short text");
+}
+
+/** Whether a spreadsheet would run the cell as a formula, were it not for apostrophes before it. */
+bool isFormula(const QString& cell)
+{
+    static const QRegularExpression formula(QStringLiteral("^'*[=+\\-@\\t＝＋－＠]"));
+    return formula.match(cell).hasMatch();
+}
+
+QString writeCell(const QString& text)
+{
+    QString cell = showControls(text);
+    if (isFormula(cell))
+        cell.prepend(QLatin1Char('\''));
+    static const QRegularExpression special(QStringLiteral("[\"\\t\\n]"));
+    if (!cell.contains(special))
+        return cell;
+    const QLatin1Char mark('"');
+    return mark + cell.replace(mark, QStringLiteral("\"\"")) + mark;
+}
+
+QString readCell(const QString& cell)
+{
+    const bool isGuarded = cell.startsWith(QLatin1Char('\'')) && isFormula(cell);
+    return hideControls(isGuarded ? cell.mid(1) : cell);
+}
+
+/** Cuts the text of a file into rows of cells. */
+class Rows
+{
+public:
+    explicit Rows(const QString& text)
+        : m_Text(text)
+    {
+    }
+
+    bool isAtEnd() const { return m_Index == m_Text.size(); }
+    /** Line of the next row, from 1. */
+    int line() const { return m_Line; }
+
+    /** Goes behind the next row. @return its cells; nothing when quotation marks do not fit. */
+    std::optional<QStringList> next()
+    {
+        QStringList cells;
+        do {
+            std::optional<QString> text = nextCell();
+            if (!text)
+                return std::nullopt;
+            cells.append(*text);
+        } while (take(QLatin1Char('\t')));
+        take(QLatin1Char('\r'));
+        if (!isAtEnd() && !take(QLatin1Char('\n')))
+            return std::nullopt;
+        return cells;
+    }
+
+private:
+    bool isAt(QLatin1Char character) const
+    {
+        return m_Index < m_Text.size() && m_Text.at(m_Index) == character;
+    }
+
+    bool take(QLatin1Char character)
+    {
+        if (!isAt(character))
+            return false;
+        ++m_Index;
+        if (character == QLatin1Char('\n'))
+            ++m_Line;
+        return true;
+    }
+
+    std::optional<QString> nextCell()
+    {
+        if (isAt(QLatin1Char('"')))
+            return nextQuotedCell();
+        const int start = m_Index;
+        while (m_Index < m_Text.size() && !isAt(QLatin1Char('\t')) && !isAt(QLatin1Char('\n')))
+            ++m_Index;
+        const bool isBeforeReturn = m_Index > start &&
+                                    m_Text.at(m_Index - 1) == QLatin1Char('\r') &&
+                                    !isAt(QLatin1Char('\t'));
+        return m_Text.mid(start, m_Index - start - (isBeforeReturn ? 1 : 0));
+    }
+
+    std::optional<QString> nextQuotedCell()
+    {
+        const QLatin1Char mark('"');
+        QString text;
+        while (take(mark)) { // the first one, or the second of two
+            if (!text.isNull())
+                text += mark;
+            const int end = m_Text.indexOf(mark, m_Index);
+            if (end < 0)
+                return std::nullopt;
+            const QStringRef part = m_Text.midRef(m_Index, end - m_Index);
+            m_Line += part.count(QLatin1Char('\n'));
+            text = (text.isNull() ? QStringLiteral("") : text) + part;
+            m_Index = end + 1;
+        }
+        return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    }
+
+    const QString m_Text;
+    int m_Index = 0;
+    int m_Line = 1;
+};
+
+/** Spreadsheets write UTF-8 with or without a mark, and UTF-16 with one. */
+std::optional<QString> decode(const QByteArray& bytes)
+{
+    const QTextCodec* codec = QTextCodec::codecForUtfText(bytes, QTextCodec::codecForName("UTF-8"));
+    QTextCodec::ConverterState state;
+    const QString text = codec->toUnicode(bytes.constData(), bytes.size(), &state);
+    if (state.invalidChars > 0 || state.remainingChars > 0)
+        return std::nullopt;
+    return text;
+}
+
+/** Where the columns are, by the first row. */
+struct Columns {
+    int url = -1;
+    int baseText = -1;
+    int text = -1;
+    int shortText = -1;
+
+    /** @return what is wrong with the titles; empty when they can be used. */
+    QString read(const QStringList& titles)
+    {
+        QStringList others;
+        for (int column = 0; column < titles.size(); ++column) {
+            const QString title = titles.at(column).trimmed();
+            if (title == urlTitle())
+                url = column;
+            else if (title == shortTextTitle())
+                shortText = column;
+            else if (!title.isEmpty() && title != commentTitle())
+                others.append(title);
+        }
+        if (url < 0 || others.size() != 2)
+            return QStringLiteral("the first row has to name the columns: URL, the key of the base "
+                                  "language, the key of the language, comment, short text; found "
+                                  "%1.")
+                .arg(titles.join(QStringLiteral(", ")));
+        baseText = titles.indexOf(others.first());
+        text = titles.indexOf(others.last(), baseText + 1);
+        return QString();
+    }
+};
+
+void appendUnits(const QStringList& cells, const Columns& columns, int line, ExchangeFile& file)
+{
+    ExchangeUnit unit;
+    unit.url = readCell(cells.value(columns.url));
+    unit.place = {line, 1};
+    if (columns.shortText >= 0 && !cells.value(columns.shortText).isEmpty()) {
+        ExchangeUnit shortUnit = unit;
+        shortUnit.isShort = true;
+        shortUnit.isBaseTextKnown = false;
+        shortUnit.text = readCell(cells.at(columns.shortText));
+        file.units.append(shortUnit);
+    }
+    unit.baseText = readCell(cells.value(columns.baseText));
+    unit.text = readCell(cells.value(columns.text));
+    file.units.append(unit);
+}
+
+} // namespace
+
+QByteArray TsvFormat::write(const ExchangeFile& file) const
+{
+    QHash<QString, const ExchangeUnit*> shortUnits;
+    QVector<const ExchangeUnit*> rows;
+    QHash<QString, const ExchangeUnit*> fullUnits;
+    for (const ExchangeUnit& unit : file.units)
+        (unit.isShort ? shortUnits : fullUnits).insert(unit.url, &unit);
+    for (const ExchangeUnit& unit : file.units) {
+        if (!unit.isShort || !fullUnits.contains(unit.url))
+            rows.append(&unit);
+    }
+
+    const auto line = [](const QStringList& cells) {
+        QStringList written;
+        for (const QString& cell : cells)
+            written.append(writeCell(cell));
+        return written.join(QLatin1Char('\t')) + QLatin1Char('\n');
+    };
+    const QChar byteOrderMark(QChar::ByteOrderMark);
+    QString text = byteOrderMark + line({urlTitle(), file.baseLanguage, file.language,
+                                         commentTitle(), shortTextTitle()});
+    for (const ExchangeUnit* unit : qAsConst(rows)) {
+        const ExchangeUnit* shortUnit = shortUnits.value(unit->url);
+        const bool isFull = !unit->isShort;
+        text +=
+            line({unit->url, isFull ? unit->baseText : QString(), isFull ? unit->text : QString(),
+                  unit->comment, shortUnit != nullptr ? shortUnit->text : QString()});
+    }
+    return text.toUtf8();
+}
+
+std::optional<ExchangeFault> TsvFormat::read(const QByteArray& bytes, ExchangeFile& file) const
+{
+    file = ExchangeFile();
+    const std::optional<QString> text = decode(bytes);
+    if (!text)
+        return ExchangeFault{{}, QStringLiteral("is not encoded in UTF-8. Save it as UTF-8.")};
+    Rows rows(*text);
+    Columns columns;
+    for (bool isFirst = true; !rows.isAtEnd(); isFirst = false) {
+        const int line = rows.line();
+        const std::optional<QStringList> cells = rows.next();
+        if (!cells)
+            return ExchangeFault{
+                {line, 1},
+                QStringLiteral("the quotation marks of this row do not fit. A cell "
+                               "that begins with one ends with one, and each "
+                               "inside stands twice.")};
+        if (isFirst) {
+            const QString fault = columns.read(*cells);
+            if (!fault.isEmpty())
+                return ExchangeFault{{line, 1}, fault};
+            file.baseLanguage = cells->at(columns.baseText);
+            file.language = cells->at(columns.text);
+        } else if (!cells->join(QString()).isEmpty()) {
+            appendUnits(*cells, columns, line, file);
+        }
+    }
+    if (columns.url < 0)
+        return ExchangeFault{{1, 1}, QStringLiteral("is empty.")};
+    return std::nullopt;
+}
