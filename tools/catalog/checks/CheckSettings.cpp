@@ -158,11 +158,11 @@ CheckSettings::CheckSettings()
 {
 }
 
-QVector<Finding> CheckSettings::readFrom(const QString& folderPath)
+void CheckSettings::readFrom(const QString& folderPath)
 {
     const QString path = folderPath + QLatin1Char('/') + fileName();
     if (!QFileInfo(path).exists() && !QFileInfo(path).isSymLink())
-        return {};
+        return;
     const FileContent content = readRegularFile(path);
     if (!content.bytes) {
         Finding finding;
@@ -170,9 +170,10 @@ QVector<Finding> CheckSettings::readFrom(const QString& folderPath)
         finding.file = fileName();
         finding.reason =
             QStringLiteral("cannot be read: %1. See who may read it.").arg(content.error);
-        return {finding};
+        faults.append(finding);
+        return;
     }
-    return SettingsReader(JsonTree(*content.bytes), *this).read();
+    faults += SettingsReader(JsonTree(*content.bytes), *this).read();
 }
 
 bool CheckSettings::isIgnored(const Finding& finding) const

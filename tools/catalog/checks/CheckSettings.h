@@ -17,17 +17,17 @@ struct CheckSettings {
     Finding::Class failOn = Finding::Class::Error; ///< the lightest class that makes a check fail
     std::optional<double> failUnder; ///< the least share of translated texts in per cent
     QVector<IgnoreRule> ignore;
-    QStringList languages; ///< only these; empty: all
+    QStringList languages;   ///< only these; empty: all
+    QVector<Finding> faults; ///< what is wrong with the file of settings: each a "bad-settings"
 
     /** The settings when nobody says anything. */
     CheckSettings();
 
     /**
-     * Takes over what stands in the file of settings in a folder, if there is one.
-     *
-     * @return what is wrong with it, each a "bad-settings" at its place. It is left out.
+     * Takes over what stands in the file of settings in a folder, if there is one. What is wrong
+     * there is left out.
      */
-    QVector<Finding> readFrom(const QString& folderPath);
+    void readFrom(const QString& folderPath);
 
     bool isIgnored(const Finding& finding) const;
     bool isWanted(const QString& language) const

@@ -63,11 +63,15 @@ bool CheckResult::isFailed(const CheckSettings& settings) const
 CheckResult checkFolder(const LanguageCatalog& catalog, const CheckSettings& settings,
                         const CheckProgress& progress)
 {
+    CheckContext context{catalog, settings, {}, {}, false};
     const CatalogFile* base = catalog.find(settings.base);
-    const CheckContext context{catalog, settings, collectReferences(catalog, settings.base, false),
-                               collectReferences(catalog, settings.base, true),
-                               base != nullptr && isCheckable(*base)};
+    context.hasBase = base != nullptr && isCheckable(*base);
+    if (context.hasBase) {
+        context.texts = collectReferences(catalog, settings.base, false);
+        context.shortTexts = collectReferences(catalog, settings.base, true);
+    }
     CheckResult result;
+    result.findings = settings.faults;
     int done = 0;
     for (const CatalogFile& file : catalog.files()) {
         if (settings.isWanted(file.language)) {

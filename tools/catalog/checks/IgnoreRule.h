@@ -5,7 +5,7 @@
 #include <QRegularExpression>
 #include <QString>
 
-/** What is not to be reported: "same-as-base", or "same-as-base:Units/**" for some URLs only. */
+/** What is not to be reported: "same-as-base", or with a pattern, for some URLs only. */
 class IgnoreRule
 {
 public:

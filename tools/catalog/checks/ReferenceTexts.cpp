@@ -47,6 +47,12 @@ void ReferenceTexts::settle()
     }
 }
 
+QString ReferenceTexts::textOf(const QString& url) const
+{
+    const int index = find(url);
+    return index == none ? QString() : at(index).analyzed.text;
+}
+
 int ReferenceTexts::listedCount() const
 {
     return static_cast<int>(std::count_if(m_Entries.begin(), m_Entries.end(),

@@ -35,6 +35,8 @@ public:
     int size() const { return static_cast<int>(m_Entries.size()); }
     /** Index of the text of a URL; none when there is none. */
     int find(const QString& url) const { return m_Indexes.value(url, none); }
+    /** The text of a URL; empty when there is none. */
+    QString textOf(const QString& url) const;
     int listedCount() const;
     QStringList urls() const;
 

@@ -95,9 +95,7 @@ QString describeStates(const CatalogFile* file, const QStringList& urls, const T
     QString states;
     for (const QString& url : urls) {
         const bool isThere = file != nullptr && texts.has(*file, url);
-        states.append(QLatin1Char(!isThere                           ? 'm'
-                                  : texts.find(file, url).isEmpty() ? 'e'
-                                                                     : 't'));
+        states.append(QLatin1Char(!isThere ? 'm' : texts.find(file, url).isEmpty() ? 'e' : 't'));
     }
     return states;
 }
@@ -114,13 +112,13 @@ QJsonObject describeAll(const CheckResult& result, const LanguageCatalog& catalo
     }
     QJsonArray languages;
     for (const LanguageCoverage& coverage : result.languages)
-        languages.append(QJsonObject{
-            {QStringLiteral("key"), coverage.language},
-            {QStringLiteral("tag"), toLanguageTag(coverage.language)},
-            {QStringLiteral("texts"), coverage.texts},
-            {QStringLiteral("translated"), coverage.translated},
-            {QStringLiteral("states"),
-             describeStates(catalog.find(coverage.language), urls, texts)}});
+        languages.append(
+            QJsonObject{{QStringLiteral("key"), coverage.language},
+                        {QStringLiteral("tag"), toLanguageTag(coverage.language)},
+                        {QStringLiteral("texts"), coverage.texts},
+                        {QStringLiteral("translated"), coverage.translated},
+                        {QStringLiteral("states"),
+                         describeStates(catalog.find(coverage.language), urls, texts)}});
     return {{QStringLiteral("base"), settings.base},
             {QStringLiteral("baseTag"), toLanguageTag(settings.base)},
             {QStringLiteral("failed"), result.isFailed(settings)},

@@ -27,14 +27,14 @@ QJsonArray describeRules()
 {
     QJsonArray rules;
     for (const CheckDescription& check : allChecks())
-        rules.append(QJsonObject{
-            {QStringLiteral("id"), check.id},
-            {QStringLiteral("shortDescription"), message(check.summary)},
-            {QStringLiteral("fullDescription"),
-             message(check.summary + QLatin1Char(' ') + check.advice)},
-            {QStringLiteral("help"), message(check.advice)},
-            {QStringLiteral("defaultConfiguration"),
-             QJsonObject{{QStringLiteral("level"), levelOf(check.findingClass)}}}});
+        rules.append(
+            QJsonObject{{QStringLiteral("id"), check.id},
+                        {QStringLiteral("shortDescription"), message(check.summary)},
+                        {QStringLiteral("fullDescription"),
+                         message(check.summary + QLatin1Char(' ') + check.advice)},
+                        {QStringLiteral("help"), message(check.advice)},
+                        {QStringLiteral("defaultConfiguration"),
+                         QJsonObject{{QStringLiteral("level"), levelOf(check.findingClass)}}}});
     return rules;
 }
 
@@ -80,8 +80,7 @@ QJsonObject toSarif(const CheckResult& result, const QString& folderPath)
     for (const Finding& finding : result.findings)
         results.append(toSarif(finding));
     // A base has to end with "/", or its last name would be replaced.
-    const QUrl folder =
-        QUrl::fromLocalFile(QDir(folderPath).absolutePath() + QLatin1Char('/'));
+    const QUrl folder = QUrl::fromLocalFile(QDir(folderPath).absolutePath() + QLatin1Char('/'));
     const QJsonObject driver{{QStringLiteral("name"), QStringLiteral("textmanager check")},
                              {QStringLiteral("version"), QStringLiteral(TEXTMANAGER_VERSION)},
                              {QStringLiteral("rules"), describeRules()}};
@@ -89,8 +88,8 @@ QJsonObject toSarif(const CheckResult& result, const QString& folderPath)
         {QStringLiteral("tool"), QJsonObject{{QStringLiteral("driver"), driver}}},
         {QStringLiteral("columnKind"), QStringLiteral("unicodeCodePoints")},
         {QStringLiteral("originalUriBaseIds"),
-         QJsonObject{{folderName(), QJsonObject{{QStringLiteral("uri"),
-                                                 folder.toString(QUrl::FullyEncoded)}}}}},
+         QJsonObject{{folderName(),
+                      QJsonObject{{QStringLiteral("uri"), folder.toString(QUrl::FullyEncoded)}}}}},
         {QStringLiteral("results"), results}};
     return {{QStringLiteral("$schema"),
              QStringLiteral("https://json.schemastore.org/sarif-2.1.0.json")},

@@ -37,9 +37,8 @@ public:
 private:
     QString paint(const QString& text, const char* code) const
     {
-        return m_IsColoured
-                   ? QStringLiteral("\x1b[%1m%2\x1b[0m").arg(QLatin1String(code), text)
-                   : text;
+        return m_IsColoured ? QStringLiteral("\x1b[%1m%2\x1b[0m").arg(QLatin1String(code), text)
+                            : text;
     }
 
     const bool m_IsColoured;
@@ -57,10 +56,10 @@ QString withoutControls(QString text)
 
 QString toLine(const Finding& finding, const Painter& painter)
 {
-    const QString place = finding.place.line == 0 ? QStringLiteral("-")
-                                                  : QStringLiteral("%1:%2")
-                                                        .arg(finding.place.line)
-                                                        .arg(finding.place.column);
+    const QString place =
+        finding.place.line == 0
+            ? QStringLiteral("-")
+            : QStringLiteral("%1:%2").arg(finding.place.line).arg(finding.place.column);
     const QString kind = painter.inColourOf(
         QStringLiteral("%1 %2").arg(nameOf(finding.findingClass), -7).arg(finding.id, -19),
         finding.findingClass);
@@ -113,9 +112,8 @@ QString toTable(const QVector<LanguageCoverage>& languages, const CheckSettings&
 
 QString counted(int count, const char* noun)
 {
-    return QStringLiteral("%1 %2%3")
-        .arg(count)
-        .arg(QLatin1String(noun), QLatin1String(count == 1 ? "" : "s"));
+    return QStringLiteral("%1 %2%3").arg(count).arg(QLatin1String(noun),
+                                                    QLatin1String(count == 1 ? "" : "s"));
 }
 
 } // namespace

@@ -107,7 +107,7 @@ void findOtherEndMark(const TextToCheck& text, TextFindings& findings)
     const EndMark expected = text.rulesOfBase.endMarkOf(text.base->text);
     const auto mayBeNone = [&](EndMark mark) {
         return mark == EndMark::None || mark == EndMark::Dot ||
-               (mark == EndMark::FullStop && !text.rules.hasFullStops());
+               (mark == EndMark::FullStop && !text.rules.needsFullStops());
     };
     const auto mayBeFullStop = [](EndMark mark) {
         return mark == EndMark::FullStop || mark == EndMark::Dot;
