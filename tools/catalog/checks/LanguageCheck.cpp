@@ -92,9 +92,10 @@ void LanguageCheck::checkText(const DocumentTexts::Entry& entry, const QString& 
     const AnalyzedText analyzed(text, base);
     const TextToCheck toCheck{analyzed, base, m_Rules, m_BaseRules,
                               reference != nullptr ? reference->comment : QString()};
-    const TextFindings findings = m_File.isShort ? checkShortText(toCheck, fullTextOf(entry.url),
-                                                                  m_Context.settings.shortLength)
-                                                 : ::checkText(toCheck);
+    const ShortTextLimits limits{m_Context.settings.shortLength, fullTextOf(entry.url),
+                                 m_Context.texts.textOf(entry.url)};
+    const TextFindings findings =
+        m_File.isShort ? checkShortText(toCheck, limits) : ::checkText(toCheck);
     for (const TextFinding& finding : findings)
         add(finding.id, entry.url,
             placeInString(m_File.document.tree(), entry.text, finding.offset), finding.reason);
