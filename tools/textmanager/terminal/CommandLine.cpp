@@ -78,6 +78,12 @@ OptionDescription languageOption(const QString& summary)
             LanguageDefinitions::getFirstFallbackLanguageFilename()};
 }
 
+OptionDescription dryRunOption()
+{
+    return {
+        QStringLiteral("dry-run"), {}, QStringLiteral("Print what would be done; write nothing.")};
+}
+
 OptionDescription shortFolderOption()
 {
     return {QStringLiteral("short-folder"), QStringLiteral("NAME"),
