@@ -17,6 +17,7 @@ struct Command {
 // The commands, each in a source of its own.
 
 Command allCommand();
+Command checkCommand();
 Command getCommand();
 Command headerCommand();
 Command languagesCommand();
