@@ -180,6 +180,11 @@ void DeviceLanguageTest::answersWithoutAService()
     const TextManager named(m_Files.path(), "de_DE");
     QCOMPARE(capture.take(), QStringList());
     QCOMPARE(currentText(named), "de_DE");
+
+    const LanguageFiles faulty; // it warns each time that it is read, which is once
+    faulty.write("de_DE", "{}");
+    const TextManager loaded(faulty.path(), "de_DE");
+    QCOMPARE(capture.take().filter("No 'Content'-key found").size(), 1);
 }
 
 void DeviceLanguageTest::answersWithoutABus()
@@ -492,12 +497,12 @@ void DeviceLanguageTest::parsesSelectorUrls()
 void DeviceLanguageTest::refusesFaultyFiles_data()
 {
     addTable(R"(json                           | fault
-        {\n  "configuration": {,}}             | :2:21: malformed JSON: syntax error while parsing
+        {\n  "configuration": {,}}             | :2:21: malformed JSON: found ',', expected a key
         []                                     | : expected an object, found an array
         {"configuraton": {}}                   | : configuraton: expected configuration, dynamic
         {"configuration": {"I": {}, "I": {}}}  | : the key configuration/I stands there twice
         {"": {}, "": {}}                       | : the key "" stands there twice
-        7                                      | :1:1: malformed JSON: found a number
+        7                                      | :1:1: malformed JSON: found a value alone
         {"dynamicTexts": {"I": {"U": []}}}     | : dynamicTexts/I/U: expected an object, found an
         {"configuration": {"I": {"M": {"K": [{"a": null}]}}}} | : configuration/I/M/K[0]/a: null is
         {"configuration": {"I": {"M": {"K": {"a": "b\u0000"}}}}} | : configuration/I/M/K/a: the bus carries no text
@@ -530,7 +535,24 @@ void DeviceLanguageTest::watches()
     QCOMPARE(nextAnswer(watch), "de_DE: de_DE");
     DeviceService::setLanguage("Languages/ja_JP");
     QCOMPARE(nextAnswer(watch), "ja_JP: ja_JP");
+    m_Files.write("next", R"({"Content": {"A": {"text": "new"}}})");
+    m_Files.remove("ja_JP");
+    QVERIFY(QFile::rename(m_Files.file("next"), m_Files.file("ja_JP")));
+    QCOMPARE(nextAnswer(watch), "ja_JP: new");
+    m_Files.write("ja_JP", R"({"Content": {"A": {"text": "newer"}}})");
+    QCOMPARE(nextAnswer(watch), "ja_JP: newer");
     QVERIFY(endsAtOnce(watch));
+    QVERIFY(watch.readAllStandardError().contains("the language is ja_JP."));
+    QCOMPARE(ToolRun({"watch", m_Files.path(), "A", "A", "--once"}).output(),
+             "A\tnewer\nA\tnewer\n");
+
+    startWatch(watch, m_Files.path(), qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
+    QCOMPARE(nextAnswer(watch), "ja_JP: newer");
+    QCOMPARE(device.end(SIGINT), 0);
+    QByteArray messages;
+    QTRY_VERIFY((messages += watch.readAllStandardError()).contains("has gone"));
+    watch.closeReadChannel(QProcess::StandardOutput); // as whoever reads it when it ends
+    QVERIFY(watch.waitForFinished(10'000));
 }
 
 QTEST_GUILESS_MAIN(DeviceLanguageTest)

@@ -72,6 +72,7 @@ Q_SIGNALS:
     void configurationDataChanged();
 
 protected:
+    /** Subscribes at the service with the first connection of a slot, and not before. */
     void connectNotify(const QMetaMethod& signal) override;
 
 private:

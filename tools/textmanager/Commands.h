@@ -17,10 +17,12 @@ struct Command {
 // The commands, each in a source of its own.
 
 Command allCommand();
+Command checkCommand();
 Command getCommand();
 Command headerCommand();
 Command languagesCommand();
 Command newCommand();
+Command packCommand();
 Command pickCommand();
 Command removeCommand();
 Command setCommand();

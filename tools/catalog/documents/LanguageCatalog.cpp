@@ -38,6 +38,17 @@ std::vector<QByteArray> rawNamesIn(const QString& folderPath)
 
 } // namespace
 
+QString LanguageCatalog::findFolderFault(const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.isDir() && info.isReadable())
+        return QString();
+    const QString reason = !info.exists()  ? QStringLiteral("there is no such folder.")
+                           : !info.isDir() ? QStringLiteral("it is no folder.")
+                                           : QStringLiteral("it may not be read.");
+    return QStringLiteral("cannot read language files in '%1': %2").arg(path, reason);
+}
+
 LanguageCatalog::LanguageCatalog(const QString& folderPath, const QString& shortFolder,
                                  const IsKnown& isKnown)
 {

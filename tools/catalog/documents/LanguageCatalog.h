@@ -30,6 +30,9 @@ struct CatalogFile {
 class LanguageCatalog
 {
 public:
+    /** Why there is no folder to read at @p path, as a sentence; empty when there is. */
+    static QString findFolderFault(const QString& path);
+
     /** Whether the file of a language need not be looked at: it is the only one, and loads. */
     using IsKnown = std::function<bool(const QString& language, bool isShort)>;
 

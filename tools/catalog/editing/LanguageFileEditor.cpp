@@ -1,6 +1,7 @@
 #include "LanguageFileEditor.h"
 
 #include "FileCheck.h"
+#include "LanguageCatalog.h"
 
 #include "PropertyManagerConst.h"
 
@@ -43,7 +44,7 @@ QString newFilePath(const QString& folderPath, const QString& language)
 /** Whether there is a folder and the key of a language; @p fault says why not. */
 bool isPlace(const QString& folderPath, const QString& language, EditFault& fault)
 {
-    fault.reason = findFolderFault(folderPath);
+    fault.reason = LanguageCatalog::findFolderFault(folderPath);
     if (fault.reason.isEmpty())
         fault.reason = findKeyFault(language);
     return fault.reason.isEmpty();

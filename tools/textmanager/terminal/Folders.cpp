@@ -1,13 +1,13 @@
 #include "Folders.h"
 
 #include "Console.h"
-#include "FileCheck.h"
+#include "LanguageCatalog.h"
 
 #include <QDir>
 
 bool checkFolder(const QString& path)
 {
-    const QString fault = findFolderFault(path);
+    const QString fault = LanguageCatalog::findFolderFault(path);
     if (!fault.isEmpty())
         printMessage(fault);
     return fault.isEmpty();
