@@ -53,7 +53,7 @@ void ToolLookUpsTest::answers_data()
         get DIR Menu --format json                                | 0    | {"answers":[{"found":true,"language":"en_US","text":"Menu","url":"Menu"}]}\n |
         get DIR No --short --short-folder short --format json     | 1    | {"answers":[{"found":false,"isShortText":false,"language":"","text":"","url":"No"}]}\n | No: no text
         languages DIR                                             | 0    | de_DE\nen_US\n     |
-        languages DIR/faulty --format json                        | 1    | {"languages":[],"leftOut":[{"column":15,"fault":"malformed JSON: found '\"', expected ',' or '}'. The file is left out; correct it there.","file":"DIR/faulty/fr_FR.json","line":2}]}\n | textmanager: DIR/faulty/fr_FR.json:2:15: malformed JSON: found
+        languages DIR/faulty --format json                        | 1    | {"languages":[],"leftOut":[{"column":5,"fault":"malformed JSON: found '\"', expected ',' or '}'. The file is left out; correct it there.","file":"DIR/faulty/fr_FR.json","line":3}]}\n | textmanager: DIR/faulty/fr_FR.json:3:5: malformed JSON: found
         languages DIR/twice                                       | 1    | de_DE\n            | DIR/twice/de_DE.backup.json: replaced by de_DE.json, which has the same language key 'de_DE'.
         urls DIR                                                  | 0    | Menu\nMenu/Save\n  |
         urls DIR --language fr_FR --format json                   | 0    | {"language":"en_US","urls":["Menu","Menu/Save"]}\n | language 'fr_FR' is not loaded, 'en_US' answers; loaded are: de_DE, en_US.
@@ -78,7 +78,7 @@ void ToolLookUpsTest::answers_data()
         pick < {\n"POSIX": "p",\n"ä日本" "e"}                     | 2    |                    | standard input:3:7: malformed JSON: found '"', expected ':' behind the key.
         pick                                                      | 2    |                    | standard input:1:1: malformed JSON: found the end of the text, expected '{'.
         pick < {"POSIX": {                                        | 2    |                    | standard input:1:12: malformed JSON: found the end of the text, expected a key in quotation marks.
-        pick < {"POSIX": "p",\n "n": 1e400}                       | 2    |                    | standard input:2:7: malformed JSON: found '1', expected a smaller number.
+        pick < {"POSIX": "p",\n "n": 1e400}                       | 2    |                    | standard input:2:7: malformed JSON: found a number out of range
         pick < DEEP                                               | 2    |                    | standard input:1:1025: malformed JSON: found more than 1024 levels.
         pick < []                                                 | 2    |                    | standard input:1:1: found an array. Expected is an object
         pick more                                                 | 2    |                    | pick: unexpected argument 'more'.
@@ -117,11 +117,11 @@ void ToolLookUpsTest::fitsIntoAShell_data()
         line                                                      | exit | output             | message
         script -qec "TOOL get DIR Red" /dev/null                  | 0    | \u001b[31m\u009b\r\n |
         script -qec "TOOL get DIR Red --format json" /dev/null    | 0    | {"answers":[{"found":true,"language":"en_US","text":"\u001b[31m\u009b","url":"Red"}]}\r\n |
-        TOOL get DIR Red >DIR/out; od -An -tx1 DIR/out            | 0    |  1b 5b 33 31 6d c2 9b 0a\n |
+        TOOL get DIR Red >DIR/o; od -tx1 DIR/o >DIR/x; cut -c9-31 DIR/x | 0 | 1b 5b 33 31 6d c2 9b 0a\n\n |
         TOOL get DIR Red >/dev/full                               | 2    |                    | cannot write the result: No space left on device
         TOOL set DIR en_US Red --text t >/dev/full                | 0    |                    | en_US.json: is saved, but what was changed could not be printed: No space
-        TOOL get DIR "`printf 'R\377d'`"                        |
-             2 | | the argument 'R\xffd' is not encoded in UTF - 8) ");
+        TOOL get DIR "`printf 'R\377d'`"                   | 2    |                    | the argument 'R\xffd' is not encoded in UTF-8
+    )");
 }
 
 void ToolLookUpsTest::fitsIntoAShell()
