@@ -35,8 +35,11 @@ struct JsonDataTranslatorConfiguration {
  *
  * **Ownership.** The reference parameters stay the caller's and must outlive the translator.
  *
- * **Threads.** No lock: one thread at a time. Look-ups take the text manager's lock one by one; a
- * dynamic label blocks until the configuration service has answered.
+ * **Threads.** No lock: one thread at a time. To translate in several threads, give each a
+ * translator of its own; they may share the reference parameters and the text manager, also while
+ * it reloads. Look-ups take the text manager's lock one by one, so a reload may fall between a text
+ * and its short text. A dynamic label blocks until the configuration service has answered; one of
+ * the registry is read through the text manager's reader, which then has to allow several threads.
  */
 class TEXTMANAGERLIBRARY_EXPORT JsonDataIteratorTextIdTranslator : public JsonDataIteratorObjectBase
 {

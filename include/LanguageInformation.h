@@ -16,6 +16,10 @@
  * that it is given, and only setJsonValue() changes it. There is no lock; whoever shares a document
  * between threads guards it.
  *
+ * However deep a document or a URL is, the operations take little stack. Qt itself does not: for
+ * each level it takes about 50 bytes to free a document, 140 to compare two, 270 to parse one (up
+ * to 1024 levels) and 350 to print one.
+ *
  * A text URL joins node keys with "/", from a top-level node of "Content" down, without the
  * "childs" levels: `Menu/Save`. Keys are case-sensitive, and empty keys are keys like any other.
  */
@@ -107,13 +111,14 @@ public:
      * A write costs what the path costs, not what the document holds, unless someone else holds a
      * copy of the document, or of a part on the path: the objects shared with it are copied first.
      * A new member moves those of its siblings that come after it, since QJsonObject keeps its
-     * members in order.
+     * members in order. Texts that were replaced take memory for a while, in proportion to what the
+     * object holds that they were in.
      *
      * @return Success, or Error when the leaf has another type than @p jsonValue, silently, or when
      * a value on the way is no object, with the warning "Unable to find jsonObject for url:" and
-     * the rest of the path from that value on. After an Error @p jsonObject is equal to what it
-     * was, with one deliberate exception: a member created on the way as a copy of an object that
-     * the rest of the path then clashes with stays.
+     * the rest of the path from that value on; @p jsonObject is whole then. After an Error @p
+     * jsonObject is equal to what it was, with one deliberate exception: a member created on the
+     * way as a copy of an object that the rest of the path then clashes with stays.
      */
     TextManagerDefinitions::SetReturnValue
     setJsonValue(const QString& textUrl, const QJsonValue& jsonValue, QJsonObject& jsonObject);

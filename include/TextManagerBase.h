@@ -135,6 +135,15 @@ public:
     QString getText(const QString& textUrl, const QString& languageKey) const;
 
     /**
+     * The key of the language whose text getText() answers for @p textUrl and @p languageKey; empty
+     * when no language has one. An empty @p languageKey stands for the current language. Takes the
+     * lock. It warns as getText() does.
+     *
+     * An addition to the interface: it tells a screen reader or a font choice how to take the text.
+     */
+    QString getAnsweringLanguage(const QString& textUrl, const QString& languageKey) const;
+
+    /**
      * The short text at @p textUrl in @p languageKey, or in the current language when that is
      * empty; without a short text, what getText() answers. Short texts of other languages are
      * deliberately not tried. Takes the lock.

@@ -11,7 +11,8 @@ class TextManagerBase;
  * normal or the short text is wanted.
  *
  * **Ownership.** The text manager stays the caller's and must outlive this object, which has no
- * setter for it: another text manager, or another language, wants another object.
+ * setter for it and cannot be assigned: another text manager, or another language, wants another
+ * object.
  *
  * **Threads.** No lock: only read it, and it may be used from several threads, as the text manager
  * may.

@@ -1,5 +1,6 @@
 #include "JsonDataIteratorTextIdTranslator.h"
 
+#include "JsonMember_p.h"
 #include "TextManagerBase.h"
 #include "TextManagerReferenceParameters.h"
 
@@ -93,7 +94,7 @@ bool readLabelUrl(const QJsonObject& object, QString& url)
 
 void blank(QJsonObject& object, const QString& key)
 {
-    object.insert(key, QString());
+    setMember(object, key, QString());
 }
 
 /** The text as the configuration service answers it; the default reply without the service. */
@@ -166,9 +167,9 @@ void JsonDataIteratorTextIdTranslator::translateDynamicText(QJsonObject& object)
     QString url;
     if (!readLabelUrl(object, url))
         return;
-    object.insert(SystemInformationManagerRegistryDefinitions::getKeyLabel(),
-                  m_ReferenceParameters.getTextManager().getDynamicText(
-                      url, m_ReferenceParameters.getLanguage()));
+    setMember(object, SystemInformationManagerRegistryDefinitions::getKeyLabel(),
+              m_ReferenceParameters.getTextManager().getDynamicText(
+                  url, m_ReferenceParameters.getLanguage()));
 }
 
 void JsonDataIteratorTextIdTranslator::translateKeyInJsonObject(
@@ -186,9 +187,9 @@ void JsonDataIteratorTextIdTranslator::translateKeyInJsonObject(
     const QString text =
         m_ReferenceParameters.getTextManager().getText(textId, m_ReferenceParameters.getLanguage());
     const QString shortText = m_ReferenceParameters.getShortText(textId);
-    object.insert(textKey, text);
+    setMember(object, textKey, text);
     if (!shortTextKey.isEmpty())
-        object.insert(shortTextKey, shortText);
+        setMember(object, shortTextKey, shortText);
     if (m_DeleteTextUrl)
         blank(object, textIdKey);
 }
@@ -207,7 +208,7 @@ bool JsonDataIteratorTextIdTranslator::insertDynamicLableTextUrl(QJsonObject& ob
 
     const QString text = getDynamicSelectorText(url, m_ReferenceParameters.getLanguage());
     if (!text.isEmpty())
-        object.insert(textKey, text);
+        setMember(object, textKey, text);
     if (m_DeleteTextUrl)
         blank(object, urlKey);
     return !text.isEmpty();

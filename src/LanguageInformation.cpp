@@ -1,10 +1,15 @@
 #include "LanguageInformation.h"
 
+#include "JsonMember_p.h"
 #include "LanguageDefinitions.h"
 #include "LanguageInformation_p.h"
 
 #include <QDebug>
 #include <QStringView>
+
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -32,66 +37,36 @@ QJsonObject takeObject(QJsonValueRef member)
     return object;
 }
 
-QJsonObject builtAnew(const QJsonObject& object)
+/** What a path goes on in below @p key: the object there, taken out, or a new one that begins as
+ * @p value. Nothing, when what is there is no object. */
+std::optional<QJsonObject> takeChild(QJsonObject& object, QStringView key, const QJsonValue& value)
 {
-    QJsonObject copy;
-    for (auto member = object.constBegin(); member != object.constEnd(); ++member)
-        copy.insert(member.key(), member.value());
-    return copy;
+    if (!object.contains(key))
+        return value.toObject();
+    const QJsonValueRef member = object.find(key).value();
+    if (!member.isObject())
+        return std::nullopt;
+    return takeObject(member);
 }
 
-/** Replaces the member @p key by a value of its own type. */
-TextManagerDefinitions::SetReturnValue replaceMember(QStringView key, const QJsonValue& value,
-                                                     QJsonObject& object)
+/** Writes the member at the end of a path, or replaces one of the value's own type. */
+TextManagerDefinitions::SetReturnValue writeLeaf(QJsonObject& object, QStringView key,
+                                                 const QJsonValue& value)
 {
-    if (object.value(key).type() != value.type())
+    if (object.contains(key) && object.value(key).type() != value.type())
         return TextManagerDefinitions::Error;
-    // An object keeps the bytes of every string that was ever replaced in it. A node is small, so
-    // it is built anew; otherwise a text that is rewritten for months would fill the memory.
-    constexpr int mostMembersOfANode = 16;
-    if (object.size() <= mostMembersOfANode)
-        object = builtAnew(object);
-    object.find(key).value() = value;
+    setMember(object, key, value);
     return TextManagerDefinitions::Success;
 }
 
-/** Writes @p value at the part of @p path that begins at @p keyStart. */
-TextManagerDefinitions::SetReturnValue writeValue(const QString& path, int keyStart,
-                                                  const QJsonValue& value, QJsonObject& object)
-{
-    const int keyEnd = endOfKey(path, keyStart);
-    const QStringView key = QStringView(path).mid(keyStart, keyEnd - keyStart);
-    const bool isLeaf = keyEnd == path.size();
-
-    if (!object.contains(key)) {
-        if (isLeaf) {
-            object.insert(key, value);
-            return TextManagerDefinitions::Success;
-        }
-        QJsonObject child = value.toObject();
-        const auto result = writeValue(path, keyEnd + 1, value, child);
-        object.insert(key, child);
-        return result;
-    }
-
-    if (isLeaf)
-        return replaceMember(key, value, object);
-    QJsonValueRef member = object.find(key).value();
-    if (!member.isObject()) {
-        qWarning() << "Unable to find jsonObject for url:" << path.mid(keyStart);
-        return TextManagerDefinitions::Error;
-    }
-    QJsonObject child = takeObject(member);
-    const auto result = writeValue(path, keyEnd + 1, value, child);
-    member = child;
-    return result;
-}
-
-QString urlFromStoragePath(QString storagePath)
+QString urlFromStoragePath(const QString& storagePath)
 {
     static const QString childLevel =
         LanguageDefinitions::getUrlSeparator() + LanguageDefinitions::getJsonChildsKey();
-    return storagePath.remove(childLevel);
+    QString url = storagePath;
+    url.remove(childLevel);
+    url.squeeze(); // the room of the longest path would stay with it
+    return url;
 }
 
 } // namespace
@@ -204,17 +179,32 @@ QStringList LanguageInformation::getAvailableUrls(const QJsonObject& jsonObject)
 void LanguageInformation::collectUrls(const QJsonValue& jsonValue, const QString& prefix,
                                       QStringList& urls) const
 {
-    const QJsonObject object = jsonValue.toObject();
-    const QString start =
-        prefix.isEmpty() ? prefix : prefix + LanguageDefinitions::getUrlSeparator();
-    for (auto member = object.constBegin(); member != object.constEnd(); ++member) {
+    // Levels in place of recursion, whose depth would be that of the document, and one path for all
+    // of them: together, the paths of a deep document would be far longer than the document.
+    struct Level {
+        QJsonObject object;
+        int nextMember;
+        int pathLength;
+    };
+    QString path = prefix;
+    std::vector<Level> levels{{jsonValue.toObject(), 0, path.size()}};
+    while (!levels.empty()) {
+        Level& level = levels.back();
+        path.truncate(level.pathLength);
+        if (level.nextMember == level.object.size()) {
+            levels.pop_back();
+            continue;
+        }
+        const auto member = level.object.constBegin() + level.nextMember++;
         const QJsonValue child = member.value();
         if (!child.isObject())
             continue;
-        const QString path = start + member.key();
+        if (!path.isEmpty())
+            path += LanguageDefinitions::getUrlSeparator();
+        path += member.key();
         if (checkIfTextAndCommentExists(child))
             urls.append(urlFromStoragePath(path));
-        collectUrls(child, path, urls);
+        levels.push_back({child.toObject(), 0, path.size()});
     }
 }
 
@@ -222,5 +212,34 @@ TextManagerDefinitions::SetReturnValue
 LanguageInformation::setJsonValue(const QString& textUrl, const QJsonValue& jsonValue,
                                   QJsonObject& jsonObject)
 {
-    return writeValue(textUrl, 0, jsonValue, jsonObject);
+    struct Level {
+        QJsonObject object;
+        QStringView key; // of the child that was taken out
+    };
+    std::vector<Level> parents; // in place of recursion, whose depth would be that of the path
+    QJsonObject object = std::exchange(jsonObject, QJsonObject());
+    QStringView rest = textUrl;
+    auto keyLength = rest.indexOf(QLatin1Char('/'));
+    while (keyLength >= 0) {
+        const QStringView key = rest.left(keyLength);
+        std::optional<QJsonObject> child = takeChild(object, key, jsonValue);
+        if (!child)
+            break;
+        parents.push_back({std::exchange(object, *std::move(child)), key});
+        rest = rest.mid(keyLength + 1);
+        keyLength = rest.indexOf(QLatin1Char('/'));
+    }
+    const bool isLeafReached = keyLength < 0;
+    const auto result =
+        isLeafReached ? writeLeaf(object, rest, jsonValue) : TextManagerDefinitions::Error;
+    for (; !parents.empty(); parents.pop_back()) {
+        Level& parent = parents.back();
+        parent.object.insert(parent.key, object);
+        object = std::move(parent.object);
+    }
+    jsonObject = std::move(object);
+    // Not before, since a message handler may look at the document.
+    if (!isLeafReached)
+        qWarning() << "Unable to find jsonObject for url:" << rest.toString();
+    return result;
 }

@@ -137,6 +137,31 @@ QString TextManagerBase::getText(const QString& textUrl, const QString& language
     return fullText(textUrl, ok, selectSuitableLanguageKey(languageKey));
 }
 
+QString TextManagerBase::getAnsweringLanguage(const QString& textUrl,
+                                              const QString& languageKey) const
+{
+    const LookUpLocker locker(m_Mutex, m_Memory->patience);
+    const QString key = selectSuitableLanguageKey(languageKey);
+    bool ok = false;
+    return answer(&TextManagerMemory::answeringLanguages, textUrl, ok, key, [&] {
+        const auto hasText = [&](const QString& candidate) {
+            return !getObjectFromMap(m_LanguageMap, textUrl, ok, candidate,
+                                     LanguageDefinitions::getJsonContentName(),
+                                     LanguageDefinitions::getJsonTextName())
+                        .isEmpty();
+        };
+        if (hasText(key))
+            return key;
+        for (const QString& fallbackKey :
+             {LanguageDefinitions::getFirstFallbackLanguageFilename(),
+              LanguageDefinitions::getSecondFallbackLanguageFilename()}) {
+            if (fallbackKey != key && hasText(fallbackKey))
+                return fallbackKey;
+        }
+        return QString();
+    });
+}
+
 QString TextManagerBase::getShortText(const QString& textUrl, bool& ok,
                                       const QString& languageKey) const
 {

@@ -38,6 +38,7 @@ public:
     {
         texts.clear();
         shortTexts.clear();
+        answeringLanguages.clear();
         m_LanguageMap.clear();
         m_ShortLanguageMap.clear();
     }
@@ -45,6 +46,7 @@ public:
     LookUpPatience patience;
     AnswerMemory texts;
     AnswerMemory shortTexts;
+    AnswerMemory answeringLanguages;
     Files files; ///< what was loaded, by path
 
 private:

@@ -1,5 +1,6 @@
 #include "DeviceService.h"
 #include "LanguageFiles.h"
+#include "Resources.h"
 #include "Table.h"
 #include "WarningCapture.h"
 
@@ -11,16 +12,20 @@
 
 #include <QJsonDocument>
 #include <QProcess>
+#include <QSet>
 #include <QTest>
-#include <QThread>
 
 #include <future>
-#include <memory>
+#include <type_traits>
 
 namespace
 {
 
 using Translator = JsonDataIteratorTextIdTranslator;
+
+using Parameters = TextManagerReferenceParameters;
+static_assert(!std::is_copy_assignable_v<Parameters> && !std::is_move_assignable_v<Parameters>,
+              "they refer to one text manager for as long as they live");
 
 /** Texts A to C: full, with a short text, only in a fallback language; and one that names A. */
 class Languages : public LanguageFiles
@@ -95,6 +100,8 @@ private Q_SLOTS:
     void asksTheDevice_data();
     void asksTheDevice();
     void walks();
+    void translatesInThreads();
+    void keepsNoOldTexts();
 
 private:
     const Languages m_Files;
@@ -128,7 +135,7 @@ void JsonTranslationTest::translates_data()
         type 1                       | {"labelTextId":"C"}                                | {"label":"c","labelShort":"c","labelTextId":"C"} |
         type 1; delete               | {"labelTextId":"B","label":""}                     | {"label":"b","labelShort":"s","labelTextId":""} |
         type 1; delete               | {"labelTextId":"B","label":"kept"}                 | {"label":"kept","labelTextId":"B"} |
-        type 1                       | {"labelTextId":"None"}                             | {"label":"","labelShort":"","labelTextId":"None"} |
+        type 1; delete               | {"labelTextId":"None"}                             | {"label":"","labelShort":"","labelTextId":""} |
         type 1                       | {"labelTextId":"B","label":null}                   | {"label":"b","labelShort":"s","labelTextId":"B"} | JsonValue for 'Text' does not contain a string!
         type 1; delete               | {"labelTextId":7,"label":8}                        | {"label":8,"labelTextId":7} | JsonValue for 'Text' does not contain a string!\nJsonValue for 'TextId' does not contain a string!
         type 1; delete               | {"labelTextUrl":"x","labelTextId":"B","label":"o"} | {"label":"dynamic","labelTextId":"B","labelTextUrl":"x"} |
@@ -138,6 +145,7 @@ void JsonTranslationTest::translates_data()
         type 2; delete               | {"labelTextUrl":7,"labelTextId":"A","labelText":8} | {"labelText":"a","labelTextId":"","labelTextUrl":7} |
         type 3; type 3; delete       | {"labelTextUrl":"x","labelTextId":"B","labelText":"o"} | {"labelText":"b","labelTextId":"","labelTextUrl":"x"} |
         type 4                       | {"labelTextId":"A","labelText":"kept","valueTextId":"B","valueText":""} | {"labelText":"kept","labelTextId":"A","valueText":"b","valueTextId":"B","valueTextShort":"s"} |
+        type 4                       | {"valueTextId":"B","valueText":"kept"}             | {"valueText":"kept","valueTextId":"B"} |
         type 4; delete               | {"valueTextId":[],"labelTextId":"B"}               | {"labelText":"b","labelTextId":"","labelTextShort":"s","valueTextId":[]} | JsonValue for 'TextId' does not contain a string!
         type 1; type 5               | {"labelTextUrl":"x","labelTextId":"B"}             | {"label":"b","labelShort":"s","labelTextId":"B","labelTextUrl":"x"} | Received unknown data type: 5 !
         type 0; type -1              | {"labelTextUrl":"x","labelTextId":"B"}             | {"labelTextId":"B","labelTextUrl":"x"} | Received unknown data type: 0 !\nReceived unknown data type: -1 !
@@ -217,16 +225,40 @@ void JsonTranslationTest::walks()
     constexpr int depth = 1024; // what the parser takes
     const QByteArray opened = QByteArray(R"({"o":)").repeated(depth - 1);
     walked = parseObject(opened + "{}" + QByteArray("}").repeated(depth - 1));
-    std::promise<void> done; // the thread sanitizer knows it, but not the thread's own wait()
-    const std::unique_ptr<QThread> thread(QThread::create([&] {
-        JsonDataIterator::iterate(walked, visitor);
-        done.set_value();
-    }));
-    thread->setStackSize(128 * 1024);
-    thread->start();
-    done.get_future().wait();
-    QVERIFY(thread->wait());
+    runOnSmallStack([&] { JsonDataIterator::iterate(walked, visitor); });
     QCOMPARE(toCompact(walked).count("seen"), depth);
+}
+
+void JsonTranslationTest::translatesInThreads()
+{
+    const auto translateOften = [&] {
+        QSet<QString> results;
+        for (int round = 0; round < 200; ++round)
+            results += translate(m_Manager, "type 4", R"({"valueTextId":"B"})");
+        return results.values().join('\n');
+    };
+    auto other = std::async(std::launch::async, translateOften);
+    auto another = std::async(std::launch::async, translateOften);
+    m_Manager.reloadLanguage();
+    const QString result = R"({"valueText":"b","valueTextId":"B","valueTextShort":"s"})";
+    QCOMPARE(other.get(), result);
+    QCOMPARE(another.get(), result);
+}
+
+void JsonTranslationTest::keepsNoOldTexts()
+{
+    QJsonObject document{
+        {"Content", QJsonObject{{"A", QJsonObject{{"text", QString(9'999, 'x')}}}}}};
+    const TextManagerBase manager("de_DE", document);
+    const Parameters parameters(manager, "de_DE");
+    Translator translator(parameters);
+    translator.setConfiguration(Translator::ConfigurationAndProcessData);
+    QJsonObject object{{"labelTextId", "A"}};
+    QJsonValue value;
+    const int before = peakMegabytes();
+    for (int round = 0; round < 20'000; ++round) // as often as the language changes
+        translator.compute(object, value);
+    QVERIFY2(peakMegabytes() - before < 100, qPrintable(QString::number(peakMegabytes())));
 }
 
 QTEST_GUILESS_MAIN(JsonTranslationTest)

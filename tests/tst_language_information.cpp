@@ -1,4 +1,5 @@
 #include "LanguageFiles.h"
+#include "Resources.h"
 #include "Table.h"
 #include "WarningCapture.h"
 
@@ -21,7 +22,7 @@ QJsonObject languageDocument()
         "Menu": {"number": 7, "Direct": {"text": "hidden"},
                  "childs": {"Save": {}, "Deep": {"childs": {"Deeper": {"text": "deep"}}}}},
         "Flat": {"Childs": {"Inner": {"text": "no containers"}}},
-        "Broken": {"childs": "no object"}}})");
+        "Broken": {"childs": "no object", "Any": {"text": "beside"}}}})");
 }
 
 QJsonValue parseValue(const QString& json)
@@ -36,6 +37,18 @@ QJsonValue valueFor(const QJsonObject& document)
     if (!value.startsWith('@'))
         return parseValue(value);
     return value == "@" ? QJsonValue(document) : document.value(value.mid(1));
+}
+
+const QJsonObject* watched = nullptr;
+QJsonObject seen;
+QtMessageHandler capture = nullptr;
+
+/** Looks at the document when a write warns. */
+void watch(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    capture(type, context, text);
+    if (text.startsWith("Unable to find"))
+        seen = *watched;
 }
 
 /** Makes the call of the cell "call". @return what came of it. */
@@ -84,6 +97,7 @@ private Q_SLOTS:
     void listsUrls();
     void callsOnADocument_data();
     void callsOnADocument();
+    void takesLittleStackAndMemory();
 };
 
 void LanguageInformationTest::readsValues_data()
@@ -176,12 +190,37 @@ void LanguageInformationTest::callsOnADocument()
     const QJsonObject before = parseObject(cell("before").toUtf8());
     QJsonObject document = before; // shared: the call must leave the other holder's copy alone
     const QJsonValue value = valueFor(document);
-    WarningCapture capture;
-    QCOMPARE(call(value, document), cell("result"));
+    WarningCapture warnings;
+    watched = &document;
+    seen = QJsonObject();
+    capture = qInstallMessageHandler(watch);
+    const QString result = call(value, document);
+    qInstallMessageHandler(capture);
+    QCOMPARE(result, cell("result"));
+    QVERIFY(seen.isEmpty() || seen == document);
     QCOMPARE(document, cell("after") == "same" ? before : parseObject(cell("after").toUtf8()));
     QCOMPARE(before, parseObject(cell("before").toUtf8()));
     QCOMPARE(value, valueFor(before));
-    QCOMPARE(capture.take().join('\n'), cell("warning"));
+    QCOMPARE(warnings.take().join('\n'), cell("warning"));
+}
+
+void LanguageInformationTest::takesLittleStackAndMemory()
+{
+    const QString url = (QString(100, 'k') + '/').repeated(2'000) + 'k';
+    QJsonObject document; // freed on the test's own stack: Qt does so by recursion
+    const int before = peakMegabytes();
+    runOnSmallStack([&] {
+        TextManagerConverter converter("de_DE", document);
+        QString comment = "c";
+        converter.setText(url, "new");
+        converter.setComment(url, comment);
+        QCOMPARE(converter.getAvailableUrls(), QStringList(url));
+    });
+    for (int round = 0; round < 20'000; ++round) {
+        const QString path = "Header/" + QString::number(qMin(round, 20));
+        LanguageInformation().setJsonValue(path, QString(9'999, 'x'), document);
+    }
+    QVERIFY2(peakMegabytes() - before < 100, qPrintable(QString::number(peakMegabytes())));
 }
 
 QTEST_GUILESS_MAIN(LanguageInformationTest)

@@ -183,22 +183,22 @@ void TextManagerBaseTest::announcesReloadsWithoutTheLock()
 
 void TextManagerBaseTest::answersTexts_data()
 {
-    // "key" says how the language key of the text is taken: as the current language when it is
-    // empty, or as it is. Each answer is followed by the flag that comes with it.
+    // "key" says whether an empty language key is taken as it is; else it stands for the current
+    // language. Each answer is followed by the flag that comes with it.
     addTable(R"(
-        case                             | url        | language | key     | text     | short text | comment   | warned URL
-        the wanted language              | All        | fr_FR    | current | fr, 1    | fr, 0      | c fr, 1   |
-        empty key, not for comments      | All        |          | current | de, 1    | s, 1       | c en, 1   |
-        empty key taken as it is         | All        |          | as is   | en, 1    | s, 1       | c en, 1   |
-        the second fallback              | OnlyPosix  | de_DE    | current | posix, 1 | posix, 0   | c posix, 1 |
-        from the second to the first     | NotPosix   | POSIX    | current | en, 1    | en, 0      | c en, 1   |
-        a language that is not loaded    | All        | xx_XX    | as is   | en, 1    | en, 0      | c en, 1   |
-        an empty text falls back         | EmptyDe    | de_DE    | current | en, 1    | en, 0      | c de, 1   |
-        empty in the language tried last | EmptyPosix | de_DE    | current | , 1      | , 0        | , 1       |
-        empty, but not in the last       | EmptyEn    | en_US    | current | , 0      | , 0        | , 0       |
-        an empty short text              | NotPosix   | de_DE    | current | de, 1    | de, 1      | c de, 1   |
-        nowhere                          | No/Where   | de_DE    | current | , 0      | , 0        | , 0       |
-        a number falls back and warns    | NumberDe   | de_DE    | current | en, 1    | en, 0      | c en, 1   | "NumberDe/
+        case                          | url        | language | key   | text     | from  | short    | comment    | warns
+        the wanted language           | All        | fr_FR    |       | fr, 1    | fr_FR | fr, 0    | c fr, 1    |
+        empty key, not for comments   | All        |          |       | de, 1    | de_DE | s, 1     | c en, 1    |
+        empty key taken as it is      | All        |          | as is | en, 1    | de_DE | s, 1     | c en, 1    |
+        the second fallback           | OnlyPosix  | de_DE    |       | posix, 1 | POSIX | posix, 0 | c posix, 1 |
+        from the second to the first  | NotPosix   | POSIX    |       | en, 1    | en_US | en, 0    | c en, 1    |
+        a language that is not loaded | All        | xx_XX    | as is | en, 1    | en_US | en, 0    | c en, 1    |
+        an empty text falls back      | EmptyDe    | de_DE    |       | en, 1    | en_US | en, 0    | c de, 1    |
+        empty in the one tried last   | EmptyPosix | de_DE    |       | , 1      |       | , 0      | , 1        |
+        empty, but not in the last    | EmptyEn    | en_US    |       | , 0      |       | , 0      | , 0        |
+        an empty short text           | NotPosix   | de_DE    |       | de, 1    | de_DE | de, 1    | c de, 1    |
+        nowhere                       | No/Where   | de_DE    |       | , 0      |       | , 0      | , 0        |
+        a number falls back and warns | NumberDe   | de_DE    |       | en, 1    | en_US | en, 0    | c en, 1    | yes
     )");
 }
 
@@ -211,16 +211,18 @@ void TextManagerBaseTest::answersTexts()
     const QString language = cell("language");
     bool ok = false;
     const auto withFlag = [&ok](const QString& text) { return text + (ok ? ", 1" : ", 0"); };
-    const QString warning = "Invalid data type of jsonValue for url: " + cell("warned URL");
+    const QString warning = "Invalid data type of jsonValue for url: \"" + url + '/';
     const auto warnings = [&](const QString& member) {
-        return cell("warned URL").isEmpty() ? QStringList() : QStringList{warning + member + '"'};
+        return cell("warns").isEmpty() ? QStringList() : QStringList{warning + member + '"'};
     };
 
     WarningCapture capture;
     QCOMPARE(withFlag(manager.getText(url, ok, language, cell("key") == "as is")), cell("text"));
     QCOMPARE(capture.take(), warnings("text"));
-    QCOMPARE(withFlag(manager.getShortText(url, ok, language)), cell("short text"));
-    QCOMPARE(manager.getShortText(url, language), cell("short text").section(',', 0, 0));
+    QCOMPARE(manager.getAnsweringLanguage(url, language), cell("from"));
+    QCOMPARE(capture.take(), warnings("text"));
+    QCOMPARE(withFlag(manager.getShortText(url, ok, language)), cell("short"));
+    QCOMPARE(manager.getShortText(url, language), cell("short").section(',', 0, 0));
     QCOMPARE(capture.take(), warnings("text") + warnings("text"));
     QCOMPARE(withFlag(manager.getComment(url, language, ok)), cell("comment"));
     QCOMPARE(capture.take(), warnings("comment"));

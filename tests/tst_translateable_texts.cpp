@@ -1,3 +1,4 @@
+#include "LanguageFiles.h"
 #include "Table.h"
 #include "WarningCapture.h"
 
@@ -92,6 +93,7 @@ void TranslateableTextsTest::followsItsObject_data()
         variant "{}"                          | 0 |   | false | {} | Cannot convert variant to variant map: QVariant(QString, "{}") !
         language POSIX                        | 1 | B | true  | {"POSIX":"B","en_US":"A"}              |
         text fr_FR                            | 1 |   | true  | {"POSIX":"B","en_US":"A","fr_FR":""}   |
+        json {"en_US": "A"}; text POSIX       | 0 | A | false | {"POSIX":"","en_US":"A"}               |
         show x; language fr_FR                | 1 | x | true  | {"POSIX":"B","en_US":"A"}              |
         get POSIX                             | 1 | B | true  | {"POSIX":"B","en_US":"A"}              |
         language ; json {"": "E", "POSIX": ""} | 1 | E | true | {"":"E","POSIX":""}                    |
@@ -103,6 +105,9 @@ void TranslateableTextsTest::followsItsObject()
     TranslateableTextHelper helper("fr_FR", nullptr);
     QVERIFY(helper.setTranslateableTextObject(QJsonObject{{"en_US", "A"}, {"POSIX", "B"}}));
     const QSignalSpy spy(&helper, &TranslateableTextHelper::currentTextChanged);
+    bool isValidThen = true; // at the last signal
+    connect(&helper, &TranslateableTextHelper::currentTextChanged, this,
+            [&] { isValidThen = helper.isValid(); });
     WarningCapture warnings;
     watched = &helper;
     capture = qInstallMessageHandler(watch);
@@ -111,6 +116,7 @@ void TranslateableTextsTest::followsItsObject()
     qInstallMessageHandler(capture);
     QCOMPARE(warnings.take().join('\n'), cell("warnings"));
     QCOMPARE(spy.count(), cell("signals").toInt());
+    QVERIFY(spy.isEmpty() || isValidThen == helper.isValid());
     QCOMPARE(helper.currentText(), cell("text"));
     QCOMPARE(QVariant(helper.isValid()).toString(), cell("valid"));
     QCOMPARE(helper.getTranslateableTextObjectAsJsonString(), cell("object"));
@@ -155,6 +161,12 @@ void TranslateableTextsTest::exportsWhatTheHelperTakes()
                  ReadAllTextsHelper::getAllTextsAsVariantMap(manager, url));
         QCOMPARE(helper.currentText(), manager.getText(url, "de_DE"));
     }
+    const LanguageFiles files;
+    files.write("de_DE", R"({"Content": {}})");
+    files.write("POSIX", R"({"Content": {"A": {"text": ""}}})");
+    QCOMPARE(
+        ReadAllTextsHelper::getAllTextsAsJsonString(TextManagerBase(files.path(), "", ""), "A"),
+        R"({"de_DE":""})");
 }
 
 void TranslateableTextsTest::readsDynamicTexts()

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <functional>
+
+/** The most memory that the test program has taken so far. */
+int peakMegabytes();
+
+/** Runs @p work in a thread with a small stack, and waits for it. */
+void runOnSmallStack(const std::function<void()>& work);

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/**
+ * The tags of one text: those of HTML, and others that are closed, as <link>here</link> is.
+ * "<Enter>" alone, "a < b" and "<5 °C" are no tags.
+ */
+class MarkupTags
+{
+public:
+    explicit MarkupTags(const QString& text);
+
+    /** Whether the character at @p offset belongs to a tag. */
+    bool covers(int offset) const;
+
+    /** What is wrong with the tags, or other than in the base. */
+    struct Fault {
+        QString reason; ///< empty when nothing is wrong
+        int offset = 0;
+    };
+    /** A tag that is opened and not closed, or closed and not opened. */
+    Fault findUnbalanced() const;
+    /** A tag that is not there as often as in @p base. */
+    Fault compareWithBase(const MarkupTags& base) const;
+
+private:
+    struct Tag {
+        QString name; ///< in lower case
+        bool isClosing = false;
+        bool isWhole = false; ///< needs no closing one
+        int offset = 0;
+        int length = 0;
+
+        QString toString() const;
+    };
+    bool isMarkup(const QString& name) const;
+
+    QVector<Tag> m_Candidates;
+};

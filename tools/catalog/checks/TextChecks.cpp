@@ -1,0 +1,52 @@
+#include "TextChecks.h"
+
+#include "ComparingChecks_p.h"
+#include "StyleChecks_p.h"
+#include "TextLength.h"
+
+AnalyzedText::AnalyzedText(const QString& wholeText, const AnalyzedText* base)
+    : text(wholeText)
+    , placeholders(text, base != nullptr ? &base->placeholders : nullptr)
+    , tags(text)
+    , data(text, placeholders, tags)
+{
+}
+
+TextFindings checkText(const TextToCheck& text)
+{
+    using Check = void (*)(const TextToCheck&, TextFindings&);
+    constexpr Check checks[] = {findOtherPlaceholders, findOtherMarkup,  findOtherData,
+                                findOtherLineBreaks,   findOtherEndMark, findCopyOfBase,
+                                findEdgeSpace,         findDoubleSpace,  findInvisibleCharacter,
+                                findRepeatedWord,      findTooLongText};
+    TextFindings findings;
+    for (const Check check : checks)
+        check(text, findings);
+    return findings;
+}
+
+TextFindings checkShortText(const TextToCheck& text, const QString& fullText, int longest)
+{
+    TextFindings findings = checkText(text);
+    const QString& own = text.text.text;
+    if (longest > 0 && isLongerThan(own, longest)) {
+        // Two limits, one text that is too long.
+        findings.erase(std::remove_if(findings.begin(), findings.end(),
+                                      [](const TextFinding& finding) {
+                                          return finding.id == QLatin1String("too-long");
+                                      }),
+                       findings.end());
+        findings.append(
+            {QStringLiteral("short-text-too-long"), 0,
+             QStringLiteral("The short text has %1 characters, and %2 have room. Shorten it.")
+                 .arg(lengthOf(own))
+                 .arg(longest)});
+    }
+    if (!fullText.isEmpty() && isLongerThan(own, lengthOf(fullText)))
+        findings.append(
+            {QStringLiteral("short-text-longer"), 0,
+             QStringLiteral("The short text is longer than the full one, \"%1\". Remove "
+                            "it, and the full one is shown.")
+                 .arg(fullText)});
+    return findings;
+}
