@@ -68,6 +68,10 @@ check_interface() { # PREFIX
 
 cmake --install "$build" --prefix "$work/reference" >/dev/null
 check_interface "$work/reference"
+for file in man/man1/{textmanager,device-simulator}.1 bash-completion/completions/textmanager \
+    zsh/site-functions/_textmanager fish/vendor_completions.d/textmanager.fish; do
+    [ -s "$work/reference/share/$file" ] || fail "share/$file is not installed"
+done
 check_client reference json "$work/reference"
 
 configure_and_build "$source/examples/device-platform" "$work/device-build" \

@@ -63,7 +63,7 @@ void ToolLookUpsTest::answers_data()
         get DIR Menu --short-folder no                            | 2    |                    | /no': there is no such folder.
         get DIR/de_DE.json Menu                                   | 2    |                    | it is no folder.
         get DIR Menu --language=                                  | 2    |                    | --language needs a key, such as de_DE.
-        urls DIR --format xml                                     | 2    |                    | unknown format 'xml': it is text or json.
+        urls DIR --format xml                                     | 2    |                    | unknown format 'xml': it is one of text, json.
         urls DIR --lang de_DE                                     | 2    |                    | Unknown option 'lang'.\nSee 'textmanager urls --help'.
         all DIR Menu                                              | 0    | {"de_DE":"Menü","en_US":"Menu"}\n |
         all DIR Menu/Number                                       | 1    | {}\n              | Menu/Number: no language has a text there.
@@ -88,8 +88,9 @@ void ToolLookUpsTest::answers_data()
         translate DIR --keys i:t --lines DIR                      | 2    |                    | textmanager: cannot read DIR: Is a directory.
         translate DIR - more                                      | 2    |                    | translate: unexpected argument 'more'.
         translate DIR --keys i                                    | 2    |                    | --keys i: expected TEXTID:TEXT or TEXTID:TEXT:SHORT.
-        translate DIR --data-type SystemInformationDat            | 2    |                    | no data type 'SystemInformationDat'. Did you mean SystemInformationData?
-        translate DIR --keys i:t --data-type x                    | 2    |                    | either --data-type or --keys
+        translate DIR --data-type SystemInformationDat            | 2    |                    | unknown data-type 'SystemInformationDat': it is one of
+        translate DIR --keys i:t --data-type SystemInformationData | 2    |                    | either --data-type or --keys
+        help gte                                                  | 2    |                    | there is no command 'gte'. Did you mean get?
         gte DIR Menu                                              | 2    |                    | there is no command 'gte'. Did you mean get?
     )");
 }

@@ -3,6 +3,8 @@
 #include "Console.h"
 #include "DeviceBus.h"
 #include "DeviceFile.h"
+#include "HelpText.h"
+#include "ManPage.h"
 #include "TerminationSignals.h"
 
 #include "DeviceManagerDefinitions.h"
@@ -17,6 +19,20 @@
 
 namespace
 {
+
+CommandDescription describeProgram()
+{
+    return {QStringLiteral("device-simulator FILE"),
+            QStringLiteral("play the configuration service of a device"),
+            QStringLiteral(
+                "Owns the configuration service of a device on the bus, over the JSON file FILE, "
+                "until it is interrupted or the bus ends. FILE is what the device has stored; what "
+                "is set on the bus is written there. A line on standard output says when the "
+                "service is there.\n\nThe bus is the session bus, or the system bus where there is "
+                "none; TEXTMANAGER_BUS=session or =system chooses."),
+            {helpOption(), {QStringLiteral("version"), {}, QStringLiteral("Name the version.")}},
+            QStringLiteral("dbus-run-session -- device-simulator device.json")};
+}
 
 ExitStatus refuse(const QString& reason)
 {
@@ -73,22 +89,13 @@ ExitStatus simulate(const QString& path)
 ExitStatus run(const QStringList& words)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Owns the configuration service of a device on the bus, over the JSON file FILE, until it "
-        "is interrupted or the bus ends. A line on standard output says when the service is there. "
-        "The bus is the session bus, or the system bus where there is none; "
-        "TEXTMANAGER_BUS=session or =system chooses."));
-    parser.addPositionalArgument(QStringLiteral("FILE"),
-                                 QStringLiteral("What the device has stored; what is set on the "
-                                                "bus is written there."));
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Describes the program."));
+    const QCommandLineOption help(QStringList{QStringLiteral("h"), helpOption().name});
     parser.addOption(help);
     const QCommandLineOption version = parser.addVersionOption();
     if (!parser.parse(words))
         return refuse(parser.errorText());
     if (parser.isSet(help)) {
-        printResult(parser.helpText().trimmed());
+        printResult(helpText(describeProgram()));
         return Done;
     }
     if (parser.isSet(version)) {
@@ -97,6 +104,10 @@ ExitStatus run(const QStringList& words)
     }
     if (parser.positionalArguments().size() != 1)
         return refuse(QStringLiteral("expected one FILE."));
+    if (parser.positionalArguments().first() == QLatin1String("__man")) { // for the build
+        printResult(manPage(describeProgram()));
+        return Done;
+    }
     return simulate(parser.positionalArguments().first());
 }
 

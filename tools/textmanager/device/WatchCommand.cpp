@@ -13,6 +13,8 @@
 namespace
 {
 
+constexpr QLatin1String onceOption("once");
+
 void printText(const TextManager& manager, const QString& url, bool isJsonWanted)
 {
     const QString text = manager.getText(url, QString());
@@ -49,20 +51,8 @@ void printMessageOfFolder(QtMsgType, const QMessageLogContext&, const QString& m
         printDeviceMessage(message);
 }
 
-} // namespace
-
-ExitStatus runWatch(const QStringList& words)
+ExitStatus runWatch(const CommandLine& commandLine)
 {
-    CommandLine commandLine(
-        QStringLiteral("watch DIR URL..."),
-        QStringLiteral(
-            "Prints the text of each URL in the language of the device's settings, and prints them "
-            "again whenever the settings change, until it is interrupted. What the language does "
-            "not have is taken from en_US, then from POSIX."));
-    commandLine.addValueOption(QStringLiteral("language"), QStringLiteral("KEY"),
-                               QStringLiteral("The language until the settings change."));
-    if (const auto status = commandLine.parse(words))
-        return *status;
     const QStringList arguments = commandLine.arguments();
     auto folder = LanguageFolder::open(arguments.first()); // reports what is left out
     if (!folder)
@@ -73,6 +63,9 @@ ExitStatus runWatch(const QStringList& words)
 
     const TerminationSignals terminationSignals;
     const TextManager manager(languagePath, commandLine.language());
+    if (commandLine.isSet(onceOption))
+        return printTexts(manager, arguments.mid(1), commandLine.isJsonWanted()) ? Done
+                                                                                 : UnusableInput;
     const auto print = [&] {
         if (!printTexts(manager, arguments.mid(1), commandLine.isJsonWanted()))
             QCoreApplication::exit(UnusableInput);
@@ -80,4 +73,21 @@ ExitStatus runWatch(const QStringList& words)
     QObject::connect(&manager, &TextManager::languageReloaded, print);
     QTimer::singleShot(0, &manager, print); // once the event loop runs, which it may have to end
     return static_cast<ExitStatus>(QCoreApplication::exec());
+}
+
+} // namespace
+
+Command watchCommand()
+{
+    return {
+        {QStringLiteral("watch DIR URL..."),
+         QStringLiteral("print texts in the device's language whenever it changes"),
+         QStringLiteral("Prints the text of each URL in the language of the device's settings, and "
+                        "prints them again whenever the settings change, until it is interrupted. "
+                        "What the language does not have is taken from en_US, then from POSIX."),
+         {{QStringLiteral("language"), QStringLiteral("KEY"),
+           QStringLiteral("The language until the settings change.")},
+          {onceOption, {}, QStringLiteral("Print the texts once, and end.")}},
+         QStringLiteral("textmanager watch languages Menu/Save --once")},
+        runWatch};
 }

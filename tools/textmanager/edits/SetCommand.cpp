@@ -148,26 +148,8 @@ QString findConflict(const CommandLine& commandLine)
     return hasValue ? QString() : QStringLiteral("--text or --comment is missing.");
 }
 
-} // namespace
-
-ExitStatus runSet(const QStringList& words)
+ExitStatus runSet(const CommandLine& commandLine)
 {
-    CommandLine commandLine(
-        QStringLiteral("set DIR LANGUAGE [URL]"),
-        QStringLiteral(
-            "Writes the text at URL, its comment, or both, into the file of LANGUAGE in the folder "
-            "DIR. A URL that is not there is added. The exit status is 1, and nothing is changed, "
-            "when something else is in the text's place.\n\n"
-            "A batch has one edit a line, either as JSON, {\"url\": \"Menu/Save\", \"text\": "
-            "\"Save\", \"comment\": \"Button\"}, or as URL, text and comment separated by tabs; "
-            "what is left out stays as it is. All of it is done, or nothing."));
-    commandLine.addValueOption(textOption(), QStringLiteral("TEXT"), QStringLiteral("The text."));
-    commandLine.addValueOption(commentOption(), QStringLiteral("COMMENT"),
-                               QStringLiteral("The comment for translators."));
-    commandLine.addValueOption(batchOption(), QStringLiteral("FILE"),
-                               QStringLiteral("Take the edits from FILE; - is standard input."));
-    if (const auto status = commandLine.parse(words))
-        return *status;
     const QString conflict = findConflict(commandLine);
     if (!conflict.isEmpty())
         return commandLine.refuse(conflict);
@@ -183,4 +165,26 @@ ExitStatus runSet(const QStringList& words)
     if (!editor)
         return UnusableInput;
     return applyAll(*editor, *edits, Input::nameOf(batch), commandLine.isJsonWanted());
+}
+
+} // namespace
+
+Command setCommand()
+{
+    return {{QStringLiteral("set DIR LANGUAGE [URL]"),
+             QStringLiteral("write texts and comments by URL"),
+             QStringLiteral(
+                 "Writes the text at URL, its comment, or both, into the file of LANGUAGE in the "
+                 "folder DIR. A URL that is not there is added. The exit status is 1, and nothing "
+                 "is changed, when something else is in the text's place.\n\nA batch has one edit "
+                 "a line, either as JSON, {\"url\": \"Menu/Save\", \"text\": \"Save\", "
+                 "\"comment\": \"Button\"}, or as URL, text and comment separated by tabs; what is "
+                 "left out stays as it is. All of it is done, or nothing."),
+             {{textOption(), QStringLiteral("TEXT"), QStringLiteral("The text.")},
+              {commentOption(), QStringLiteral("COMMENT"),
+               QStringLiteral("The comment for translators.")},
+              {batchOption(), QStringLiteral("FILE"),
+               QStringLiteral("Take the edits from FILE; - is standard input.")}},
+             QStringLiteral("textmanager set languages de_DE Menu/Save --text Sichern")},
+            runSet};
 }
