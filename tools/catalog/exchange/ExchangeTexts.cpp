@@ -127,7 +127,7 @@ QString ExchangeTexts::comment(const QString& url, bool isShort) const
 
 std::optional<QString> ExchangeTexts::findOldBaseText(const QString& url, bool isShort) const
 {
-    return side(isShort).record.findOldBaseText(url, language, side(isShort).baseText(url));
+    return side(isShort).record.findOldBaseText(url, language, baseText(url, isShort));
 }
 
 ExchangeFile collectUnits(const ExchangeTexts& texts, ExchangeSelection selection)
