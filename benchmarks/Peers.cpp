@@ -30,7 +30,7 @@ IcuPeer::~IcuPeer()
     ures_close(m_Bundle);
 }
 
-HashPeer::HashPeer(const QHash<QString, QString>& texts)
-    : m_Texts(texts)
+HashPeer::HashPeer(const Languages& languages)
+    : m_Languages(languages)
 {
 }

@@ -15,7 +15,6 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <deque>
 #include <functional>
 #include <future>
 #include <numeric>
@@ -112,6 +111,18 @@ private:
     QVector<QJsonObject> m_Documents;
 };
 
+HashPeer::Languages toHashes(const TextFolder& folder)
+{
+    HashPeer::Languages languages;
+    for (const QString& language : TextFolder::languageKeys()) {
+        const PlainWalk walk(folder, {language});
+        QHash<QString, QString>& texts = languages[copyOf(language)];
+        for (const QString& url : folder.urls())
+            texts.insert(copyOf(url), walk.text(url));
+    }
+    return languages;
+}
+
 /** All that is measured, and the keys to measure it with. */
 struct LookUps {
     explicit LookUps(const TextFolder& folder)
@@ -130,14 +141,10 @@ struct LookUps {
         , translator(folder)
         , gettext(folder)
         , icu(folder)
+        , hashes(toHashes(folder))
     {
-        for (const QString& language : TextFolder::languageKeys()) {
+        for (const QString& language : TextFolder::languageKeys())
             walks.append(PlainWalk(folder, {language}));
-            QHash<QString, QString> hash;
-            for (const QString& url : folder.urls())
-                hash.insert(copyOf(url), walks.last().text(url));
-            hashes.emplace_back(hash);
-        }
     }
 
     const Keys<QString> urls;
@@ -155,7 +162,7 @@ struct LookUps {
     const TranslatorPeer translator;
     const GettextPeer gettext;
     const IcuPeer icu;
-    std::deque<HashPeer> hashes; ///< one for each language
+    const HashPeer hashes;
 };
 
 /** Whether @p answer answers every key as expected; what it remembers is remembered afterwards. */
@@ -340,7 +347,9 @@ bool addPeers(const LookUps& lookUps)
     const auto translate = [&](const QByteArray& id) { return lookUps.translator.text(id); };
     const auto dgettext = [&](const QByteArray& id) { return lookUps.gettext.text(id); };
     const auto icu = [&](const QByteArray& id) { return lookUps.icu.text(id); };
-    const auto hash = [&](const QString& url) { return lookUps.hashes[0].text(url); };
+    const auto hash = [&lookUps, language = copyOf(TextFolder::language())](const QString& url) {
+        return lookUps.hashes.text(url, language);
+    };
     addThreads("QHash/threads", lookUps.urls, hash);
     addScreen("QHash/screen", lookUps.urls, hash);
     return add("QTranslator", lookUps.ids, expected, translate) &&
@@ -361,8 +370,8 @@ bool addLanguages(const LookUps& lookUps)
     const auto getText = [&lookUps, keys, languageOf](const QString& url) {
         return lookUps.texts.getText(url, keys[languageOf(url)]);
     };
-    const auto hash = [&lookUps, languageOf](const QString& url) {
-        return lookUps.hashes[static_cast<std::size_t>(languageOf(url))].text(url);
+    const auto hash = [&lookUps, keys, languageOf](const QString& url) {
+        return lookUps.hashes.text(url, keys[languageOf(url)]);
     };
     const auto expected = answersOf(lookUps.urls, walk);
     return add("getText/languages", lookUps.urls, expected, getText) &&

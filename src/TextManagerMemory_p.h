@@ -2,54 +2,39 @@
 
 #include "AnswerMemory_p.h"
 #include "LanguageFile_p.h"
-#include "LookUpLocker_p.h"
 
 #include <QHash>
 #include <QJsonObject>
-#include <QMap>
+#include <QSet>
 #include <QString>
 
-/** What a text manager remembers so as not to do it again. Its mutex guards all but the patience.
- */
+#include <optional>
+
+/** What a text manager remembers so as not to do it again. Its mutex guards it. */
 class TextManagerMemory
 {
 public:
-    using Documents = QMap<QString, QJsonObject>;
-    using Files = QHash<QString, LanguageFile>;
-
     /**
-     * Forgets all answers when the documents are no longer those of the last call.
+     * Reads a language file of a folder: not even opened when it is proved unchanged, parsed only
+     * when no file that is remembered has the same bytes.
      *
-     * The memory shares the data of the documents' maps. So every change, also one that a subclass
-     * makes itself, gives a map other data, and is seen in constant time.
+     * @param isRemembered whether the file is remembered from now on.
+     * @return its top-level object; nothing when it cannot be opened or is no JSON.
      */
-    void keepAnswersOnlyFor(const Documents& languageMap, const Documents& shortLanguageMap)
-    {
-        if (m_LanguageMap.isSharedWith(languageMap) &&
-            m_ShortLanguageMap.isSharedWith(shortLanguageMap))
-            return;
-        forgetAnswers();
-        m_LanguageMap = languageMap;
-        m_ShortLanguageMap = shortLanguageMap;
-    }
+    std::optional<QJsonObject> readFile(const QString& folderPath, const QString& filePath,
+                                        bool isRemembered);
+    /** Forgets the other files of the folder: they have vanished. */
+    void keepOnlyFiles(const QString& folderPath, const QSet<QString>& filePaths);
 
-    /** Forgets all answers and lets go of the documents that they were read from. */
-    void forgetAnswers()
-    {
-        texts.clear();
-        shortTexts.clear();
-        answeringLanguages.clear();
-        m_LanguageMap.clear();
-        m_ShortLanguageMap.clear();
-    }
-
-    LookUpPatience patience;
     AnswerMemory texts;
     AnswerMemory shortTexts;
-    AnswerMemory answeringLanguages;
-    Files files; ///< what was loaded, by path
 
 private:
-    Documents m_LanguageMap;
-    Documents m_ShortLanguageMap;
+    using Files = QHash<QString, LanguageFile>;
+
+    std::optional<QJsonObject> parseUnlessKnown(const QByteArray& bytes,
+                                                const LanguageFile::Digest& digest);
+    void forgetAnswers();
+
+    QHash<QString, Files> m_Folders; ///< files by path, by the folder that they were found in
 };

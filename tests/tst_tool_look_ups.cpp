@@ -50,7 +50,7 @@ void ToolLookUpsTest::answers_data()
         get DIR Menu --format json                                | 0    | {"answers":[{"found":true,"language":"en_US","text":"Menu","url":"Menu"}]}\n |
         get DIR No --short --short-folder short --format json     | 1    | {"answers":[{"found":false,"isShortText":false,"language":"","text":"","url":"No"}]}\n | No: no text
         languages DIR                                             | 0    | de_DE\nen_US\n     |
-        languages DIR/faulty --format json                        | 1    | {"languages":[],"leftOut":[{"column":17,"fault":"malformed JSON: syntax error while parsing object - unexpected string literal; expected '}'. The file is left out; correct it there.","file":"DIR/faulty/fr_FR.json","line":2}]}\n | textmanager: DIR/faulty/fr_FR.json:2:17: malformed JSON: syntax
+        languages DIR/faulty --format json                        | 1    | {"languages":[],"leftOut":[{"column":15,"fault":"malformed JSON: found '\"', expected ',' or '}'. The file is left out; correct it there.","file":"DIR/faulty/fr_FR.json","line":2}]}\n | textmanager: DIR/faulty/fr_FR.json:2:15: malformed JSON: found
         languages DIR/twice                                       | 1    | de_DE\n            | DIR/twice/de_DE.backup.json: replaced by de_DE.json, which has the same language key 'de_DE'.
         urls DIR                                                  | 0    | Menu\nMenu/Save\n  |
         urls DIR --language fr_FR --format json                   | 0    | {"language":"en_US","urls":["Menu","Menu/Save"]}\n | language 'fr_FR' is not loaded, 'en_US' answers; loaded are: de_DE, en_US.
@@ -72,18 +72,18 @@ void ToolLookUpsTest::answers_data()
         pick --language fr_FR < {"de_DE": "d", "POSIX": ""}       | 0    | \n                | no text in fr_FR, POSIX answers.
         pick --format json < {"en_US": "e", "fr_FR": ""}          | 0    | {"found":true,"language":"en_US","text":"e","valid":false}\n | fr_FR: empty or no text; it is left out.\ntextmanager: the object is not valid: it has no POSIX.
         pick < {"fr_FR": "f"}                                     | 1    |                    | nor in a fallback language; there are: fr_FR.
-        pick < {\n"POSIX": "p",\n"ä日本" "e"}                     | 2    |                    | standard input:3:9: malformed JSON: syntax error while parsing object separator - unexpected string literal; expected ':'.
-        pick                                                      | 2    |                    | standard input:1:1: malformed JSON: syntax error while parsing value - unexpected end of input
-        pick < {"POSIX": {                                        | 2    |                    | standard input:1:12: malformed JSON: syntax error while parsing object key - unexpected end of input; expected string literal
-        pick < {"POSIX": "p",\n "n": 1e400}                       | 2    |                    | standard input:2:11: malformed JSON: number overflow
-        pick < DEEP                                               | 2    |                    | standard input:1:1025: malformed JSON: too deeply nested
+        pick < {\n"POSIX": "p",\n"ä日本" "e"}                     | 2    |                    | standard input:3:7: malformed JSON: found '"', expected ':' behind the key.
+        pick                                                      | 2    |                    | standard input:1:1: malformed JSON: found the end of the text, expected '{'.
+        pick < {"POSIX": {                                        | 2    |                    | standard input:1:12: malformed JSON: found the end of the text, expected a key in quotation marks.
+        pick < {"POSIX": "p",\n "n": 1e400}                       | 2    |                    | standard input:2:7: malformed JSON: found '1', expected a smaller number.
+        pick < DEEP                                               | 2    |                    | standard input:1:1025: malformed JSON: found more than 1024 levels.
         pick < []                                                 | 2    |                    | standard input:1:1: found an array. Expected is an object
         pick more                                                 | 2    |                    | pick: unexpected argument 'more'.
         translate DIR --language de_DE --keys i:t:s --short-folder short --format json < [{"i":"Menu"},{"i":"Menu/Save","t":"x"},{"i":7}] | 0 | [{"i":"Menu","s":"M","t":"Menü"},{"i":"Menu/Save","t":"x"},{"i":7}]\n | JsonValue for 'TextId' does not contain a string!
         translate DIR --keys i:t --keys t:u --delete-text-url --format json < {"i":"Menu","t":"Menu/Save"} | 0 | {"i":"Menu","t":"","u":"Save"}\n |
         translate DIR --data-type SystemInformationData --format json - < {"valueTextId":"Menu","labelTextId":"No"} | 1 | {"labelText":"","labelTextId":"No","labelTextShort":"","valueText":"Menu","valueTextId":"Menu","valueTextShort":"Menu"}\n | textmanager: unknown text ids, for which the empty text was written: 1\ntextmanager: No: no text (en_US: not in its file,
         translate DIR --keys i:t --format json DIR/short/de_DE.json | 0 | {"Content":{"Menu":{"text":"M"}}}\n |
-        translate DIR --keys i:t < 7                              | 2    |                    | standard input:1:1: malformed JSON: found a number. Expected is an object or an array.
+        translate DIR --keys i:t < 7                              | 2    |                    | standard input:1:1: malformed JSON: found a value alone, expected '{'. Expected is an object or an array.
         translate DIR --keys i:t --lines < {"i":"Menu"}\n\n{"i" 5}\n7\n{"i":"No"}\n[{"i":"No"}] | 1 | {"i":"Menu","t":"Menu"}\n{"i":"No","t":""}\n[{"i":"No","t":""}]\n | standard input:3:6: malformed JSON
         translate DIR --keys i:t --lines DIR                      | 2    |                    | textmanager: cannot read DIR: Is a directory.
         translate DIR - more                                      | 2    |                    | translate: unexpected argument 'more'.
