@@ -85,7 +85,8 @@ QByteArray BaseTextRecord::bytes() const
                    firstWord() + tab + m_StrBaseLanguage + lineFeed;
     for (auto url = m_Texts.begin(); url != m_Texts.end(); ++url) {
         for (auto entry = url->begin(); entry != url->end(); ++entry)
-            text += escapeUrl(url.key()) + tab + entry.key() + tab + escape(entry.value()) + lineFeed;
+            text +=
+                escapeUrl(url.key()) + tab + entry.key() + tab + escape(entry.value()) + lineFeed;
     }
     return text.toUtf8();
 }

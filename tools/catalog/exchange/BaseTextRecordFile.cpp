@@ -62,7 +62,6 @@ bool BaseTextRecordFile::save()
     const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() &&
                            file.flush() && ::fsync(file.handle()) == 0 && file.commit();
     if (!isWritten)
-        m_StrFault =
-            QStringLiteral("%1: cannot be saved: %2.").arg(m_StrPath, file.errorString());
+        m_StrFault = QStringLiteral("%1: cannot be saved: %2.").arg(m_StrPath, file.errorString());
     return isWritten;
 }

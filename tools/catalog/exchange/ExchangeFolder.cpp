@@ -66,9 +66,9 @@ QString ExchangeFolder::findLanguage(const QString& name) const
     const QStringList languages = listLanguages(m_StrFolderPath);
     if (languages.contains(name))
         return name;
-    const auto language =
-        std::find_if(languages.begin(), languages.end(),
-                     [&](const QString& key) { return isSameLanguage(name, key); });
+    const auto language = std::find_if(languages.begin(), languages.end(), [&](const QString& key) {
+        return isSameLanguage(name, key);
+    });
     return language == languages.end() ? QString() : *language;
 }
 

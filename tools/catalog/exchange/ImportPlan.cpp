@@ -118,8 +118,8 @@ private:
         if (unit.state == State::Stale)
             text.baseText = unit.previousBaseText;
         else
-            text.baseText = unit.isBaseTextKnown ? unit.baseText
-                                                 : m_Texts.baseText(unit.url, unit.isShort);
+            text.baseText =
+                unit.isBaseTextKnown ? unit.baseText : m_Texts.baseText(unit.url, unit.isShort);
         if (unit.text != currentText(unit)) {
             m_Plan.texts.append(text);
             return;

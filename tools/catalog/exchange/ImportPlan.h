@@ -7,11 +7,12 @@
 
 /** What is wanted of an import beyond what is safe. */
 struct ImportOptions {
-    bool areStaleTaken = false;   ///< texts of an older base text, and those to be looked at again
+    bool areStaleTaken = false;    ///< texts of an older base text, and those to be looked at again
     bool areFaultsIgnored = false; ///< errors of the checks
 };
 
-/** What an import makes of a file: a text for each unit that is taken, and why the others are not. */
+/** What an import makes of a file: a text for each unit that is taken, and why the others are not.
+ */
 struct ImportPlan {
     struct NewText {
         QString url;

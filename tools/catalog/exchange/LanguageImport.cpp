@@ -28,8 +28,8 @@ ExchangeFile withoutShortTexts(ExchangeFile file, const QString& reason)
 {
     for (const ExchangeUnit& unit : qAsConst(file.units)) {
         if (isShortUnit(unit))
-            file.unusable.append({unit.place, QStringLiteral("short text of %1: %2")
-                                                  .arg(unit.url, reason)});
+            file.unusable.append(
+                {unit.place, QStringLiteral("short text of %1: %2").arg(unit.url, reason)});
     }
     file.units.erase(std::remove_if(file.units.begin(), file.units.end(), isShortUnit),
                      file.units.end());
@@ -93,8 +93,8 @@ void LanguageImport::apply(const ImportPlan& plan, const ExchangeTexts& texts)
             m_Current.append(text);
             continue;
         }
-        m_LeftOut.append({text.place, QStringLiteral("%1: cannot be written: %2.")
-                                          .arg(text.url, obstacle)});
+        m_LeftOut.append(
+            {text.place, QStringLiteral("%1: cannot be written: %2.").arg(text.url, obstacle)});
     }
 }
 

@@ -47,10 +47,9 @@ void PseudoLanguage::addTexts(const QJsonObject& document)
 QJsonObject PseudoLanguage::make(const QString& language, const QJsonObject& base) const
 {
     const QString& content = LanguageDefinitions::getJsonContentName();
-    const QJsonObject header{
-        {LanguageDefinitions::getJsonHeaderLanguageKey(), language},
-        {LanguageDefinitions::getJsonHeaderSubLanguageKey(), QString()},
-        {headerField(), styleNames().at(static_cast<int>(m_Style))}};
+    const QJsonObject header{{LanguageDefinitions::getJsonHeaderLanguageKey(), language},
+                             {LanguageDefinitions::getJsonHeaderSubLanguageKey(), QString()},
+                             {headerField(), styleNames().at(static_cast<int>(m_Style))}};
     return {{LanguageDefinitions::getJsonHeaderName(), header},
             {content, makeNodes(QString(), base.value(content).toObject())}};
 }

@@ -29,7 +29,8 @@ public:
     /** Compares the texts of a language with the widest so far. */
     void addTexts(const QJsonObject& document);
 
-    /** The document of such a language: the base's, with other texts and the header of @p language. */
+    /** The document of such a language: the base's, with other texts and the header of @p language.
+     */
     QJsonObject make(const QString& language, const QJsonObject& base) const;
 
 private:

@@ -138,14 +138,13 @@ ExitStatus runExport(const CommandLine& commandLine)
 
     const auto selection =
         static_cast<ExchangeSelection>(selectionNames().indexOf(commandLine.value(onlyOption)));
-    const QStringList languages = areAllWanted ? folder.translatedLanguages()
-                                               : QStringList(commandLine.language());
+    const QStringList languages =
+        areAllWanted ? folder.translatedLanguages() : QStringList(commandLine.language());
     QVector<Written> files;
     for (const QString& language : languages) {
         const QString path =
-            areAllWanted
-                ? QDir(output).filePath(language + QLatin1Char('.') + format->extension())
-                : output;
+            areAllWanted ? QDir(output).filePath(language + QLatin1Char('.') + format->extension())
+                         : output;
         if (const auto written = exportLanguage(folder, language, path, *format, selection))
             files.append(*written);
     }
@@ -163,7 +162,8 @@ Command exportCommand()
          QStringLiteral(
              "Writes the texts of a language in the folder DIR, beside those of the base, to a "
              "file for a translator's own tool: XLIFF (.xlf), PO (.po), or columns for a "
-             "spreadsheet (.tsv). 'textmanager import' takes it back.\n\nWith --all-languages there "
+             "spreadsheet (.tsv). 'textmanager import' takes it back.\n\nWith --all-languages "
+             "there "
              "is a file for each language that is translated. The exit status is 1 when one of "
              "them could not be written, and 2 when none could."),
          {{languageOptionName, QStringLiteral("KEY"), QStringLiteral("The language to translate.")},

@@ -21,9 +21,11 @@ const QString staleOption = QStringLiteral("stale");
 
 QString placeIn(const QString& path, const Place& place)
 {
-    return place.line == 0
-               ? Input::nameOf(path)
-               : QStringLiteral("%1:%2:%3").arg(Input::nameOf(path)).arg(place.line).arg(place.column);
+    return place.line == 0 ? Input::nameOf(path)
+                           : QStringLiteral("%1:%2:%3")
+                                 .arg(Input::nameOf(path))
+                                 .arg(place.line)
+                                 .arg(place.column);
 }
 
 /** Reads a file; nothing, after a message, when it cannot be read. */
@@ -111,25 +113,25 @@ void printText(const LanguageImport& import, bool isDryRun)
     for (const ExchangeFault& fault : import.leftOut())
         printMessage(
             QStringLiteral("%1: %2").arg(placeIn(import.name(), fault.place), fault.reason));
-    printMessage(QStringLiteral("%1: %2 texts %3 %4, %5 are there already, %6 left out.")
-                     .arg(Input::nameOf(import.name()))
-                     .arg(import.changes().size())
-                     .arg(isDryRun ? QStringLiteral("would be written to")
-                                   : QStringLiteral("written to"),
-                          import.language())
-                     .arg(import.sameCount())
-                     .arg(import.leftOut().size()));
+    printMessage(
+        QStringLiteral("%1: %2 texts %3 %4, %5 are there already, %6 left out.")
+            .arg(Input::nameOf(import.name()))
+            .arg(import.changes().size())
+            .arg(isDryRun ? QStringLiteral("would be written to") : QStringLiteral("written to"),
+                 import.language())
+            .arg(import.sameCount())
+            .arg(import.leftOut().size()));
 }
 
 QJsonObject toJson(const LanguageImport& import)
 {
     QJsonArray changes;
     for (const LanguageImport::Change& change : import.changes())
-        changes.append(QJsonObject{{QStringLiteral("change"), change.isAdded
-                                                                  ? QStringLiteral("added")
-                                                                  : QStringLiteral("changed")},
-                                   {QStringLiteral("name"), change.url},
-                                   {QStringLiteral("short"), change.isShort}});
+        changes.append(
+            QJsonObject{{QStringLiteral("change"),
+                         change.isAdded ? QStringLiteral("added") : QStringLiteral("changed")},
+                        {QStringLiteral("name"), change.url},
+                        {QStringLiteral("short"), change.isShort}});
     QJsonArray leftOut;
     for (const ExchangeFault& fault : import.leftOut())
         leftOut.append(QJsonObject{{QStringLiteral("line"), fault.place.line},
@@ -147,8 +149,7 @@ ExitStatus runImport(const CommandLine& commandLine)
     const QStringList arguments = commandLine.arguments();
     if (!LanguageFolder::checkFolder(arguments.constFirst()))
         return UnusableInput;
-    const ExchangeFolder folder(arguments.constFirst(),
-                                commandLine.value(shortFolderOption().name),
+    const ExchangeFolder folder(arguments.constFirst(), commandLine.value(shortFolderOption().name),
                                 commandLine.value(baseOption().name));
     if (!folder.fault().isEmpty()) {
         printMessage(folder.fault());

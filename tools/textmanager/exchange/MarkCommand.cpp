@@ -52,12 +52,11 @@ void print(const QStringList& urls, const QStringList& marked, bool isJsonWanted
 {
     QJsonArray list;
     for (const QString& url : urls) {
-        const QString change = marked.contains(url) ? QStringLiteral("marked")
-                                                    : QStringLiteral("unchanged");
+        const QString change =
+            marked.contains(url) ? QStringLiteral("marked") : QStringLiteral("unchanged");
         if (!isJsonWanted)
             printResult(QStringLiteral("%1 %2").arg(change, url));
-        list.append(
-            QJsonObject{{QStringLiteral("change"), change}, {QStringLiteral("name"), url}});
+        list.append(QJsonObject{{QStringLiteral("change"), change}, {QStringLiteral("name"), url}});
     }
     if (isJsonWanted)
         printResult({{QStringLiteral("changes"), list}});

@@ -86,8 +86,7 @@ void print(const Made& made, bool isJsonWanted)
 {
     const QString path = made.editor->filePath();
     if (isJsonWanted)
-        printResult(
-            {{QStringLiteral("file"), path}, {QStringLiteral("texts"), made.texts}});
+        printResult({{QStringLiteral("file"), path}, {QStringLiteral("texts"), made.texts}});
     else
         printResult(QStringLiteral("%1: %2 texts").arg(path).arg(made.texts));
 }

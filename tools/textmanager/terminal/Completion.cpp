@@ -52,8 +52,7 @@ QStringList candidatesFor(QString valueName, QString folderPath)
 const OptionDescription* findOption(const CommandDescription& command, const QString& word)
 {
     const auto option = std::find_if(
-        command.options.cbegin(), command.options.cend(),
-        [&](const OptionDescription& one) {
+        command.options.cbegin(), command.options.cend(), [&](const OptionDescription& one) {
             return word == QLatin1String("--") + one.name ||
                    (!one.letter.isEmpty() && word == QLatin1Char('-') + one.letter);
         });
