@@ -12,7 +12,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QMutexLocker>
-#include <QSet>
 
 #include <algorithm>
 
@@ -78,10 +77,10 @@ void TextManagerBase::addLanguage(const QString& folderPath,
     const QFileInfoList entries = folder.entryInfoList(nameFilters, QDir::NoFilter, QDir::NoSort);
     // What goes into a caller's own map is not remembered: its documents are the caller's to free.
     const bool isOwnMap = &languageMap == &m_LanguageMap || &languageMap == &m_ShortLanguageMap;
-    QSet<QString> filePaths;
+    QStringList filePaths;
     for (const QFileInfo& entry : entries) {
         const QString filePath = entry.filePath();
-        filePaths.insert(filePath);
+        filePaths.append(filePath);
         const std::optional<QJsonObject> document = readFile(folderPath, filePath, isOwnMap);
         if (isLanguageFile(document, filePath))
             languageMap.insert(entry.baseName(), *document);

@@ -25,10 +25,11 @@ std::optional<QJsonObject> TextManagerMemory::readFile(const QString& folderPath
     return read.document;
 }
 
-void TextManagerMemory::keepOnlyFiles(const QString& folderPath, const QSet<QString>& filePaths)
+void TextManagerMemory::keepOnlyFiles(const QString& folderPath, const QStringList& filePaths)
 {
     Files& files = m_Folders[folderPath];
-    for (auto file = files.begin(); file != files.end();)
+    const bool haveSomeVanished = files.size() != filePaths.size(); // what is there is remembered
+    for (auto file = files.begin(); haveSomeVanished && file != files.end();)
         file = filePaths.contains(file.key()) ? std::next(file) : files.erase(file);
     if (files.isEmpty())
         m_Folders.remove(folderPath);

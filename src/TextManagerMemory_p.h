@@ -5,8 +5,8 @@
 
 #include <QHash>
 #include <QJsonObject>
-#include <QSet>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -24,7 +24,7 @@ public:
     std::optional<QJsonObject> readFile(const QString& folderPath, const QString& filePath,
                                         bool isRemembered);
     /** Forgets the other files of the folder: they have vanished. */
-    void keepOnlyFiles(const QString& folderPath, const QSet<QString>& filePaths);
+    void keepOnlyFiles(const QString& folderPath, const QStringList& filePaths);
 
     AnswerMemory texts;
     AnswerMemory shortTexts;
