@@ -60,8 +60,8 @@ SIZE_BEFORE = 298_720
 
 def goals(results, sizes):
     """What is measured, against what, and how much of that it may be at most."""
-    look_ups, loading, device, editing, translation, memory, different, copied = (
-        results[name] for name in ("look_ups", "loading", "device", "editing", "translation", "memory",
+    look_ups, loading, device, editing, translation, messages, memory, different, copied = (
+        results[name] for name in ("look_ups", "loading", "device", "editing", "translation", "messages", "memory",
                                    "six_different", "six_copied"))
     direct = look_ups["getText"]
     return [
@@ -91,6 +91,8 @@ def goals(results, sizes):
          translation["translatesDocument"], translation["bareLookUpsAndInserts"], 1.5),
         ("Memory after every text of a language was looked up, against after loading", show_size,
          memory["lookedUp"], memory["loaded"], 1.3),
+        ("A remembered message with one number, a plural, against `icu::MessageFormat::format` alone", show_time,
+         messages["getMessage/plural"], messages["icuAlone/plural"], 2.0),
         ("Library and reference platform, stripped, against what they were", show_size, sizes, SIZE_BEFORE, 0.87),
     ]
 
@@ -110,8 +112,8 @@ def others(results):
     def ratio(one, other, show=show_time):
         return f"{show(one)}, {one / other:.2f} of {show(other)}"
 
-    look_ups, listing, start, device, memory = (
-        results[name] for name in ("look_ups", "listing", "start", "device", "memory"))
+    look_ups, listing, start, device, messages, memory = (
+        results[name] for name in ("look_ups", "listing", "start", "device", "messages", "memory"))
     peers = [(f"Opening one language of 5,000 texts for {name}, until the first text",
               f"{show_time(results[peer]['seconds'])}, {show_size(results[peer]['private'])} of private memory")
              for peer, name in PEERS.items()]
@@ -124,6 +126,10 @@ def others(results):
         ("`getAvailableUrls` on 50,000 texts", show_time(listing["getAvailableUrls"])),
         ("The start of a text manager over 150 languages of 1,000 texts", show_time(start["load"])),
         ("Its reload when no file has changed", show_time(start["reload"])),
+        ("A remembered message with one number and no plural, against `icu::MessageFormat::format` alone",
+         ratio(messages["getMessage/plain"], messages["icuAlone/plain"])),
+        ("A message that is not remembered: what ICU takes to compile it and to format it once",
+         show_time(messages["icuCompiles"])),
         ("Peak memory of loading, against the size of the files",
          f"{(memory['peak'] - memory['before']) / memory['files']:.2f} of {show_size(memory['files'])}"),
         ("The start of a text manager over 30 languages of 5,000 texts", show_time(device["load"])),

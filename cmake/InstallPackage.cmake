@@ -19,6 +19,12 @@ install(FILES
   ${PROJECT_BINARY_DIR}/TextManagerLibraryConfigVersion.cmake
   DESTINATION ${package_dir})
 install(EXPORT TextManagerLibraryTargets NAMESPACE TextManagerLibrary:: DESTINATION ${package_dir})
+foreach(addon Messages Quick)
+  if(TARGET TextManagerLibrary::${addon})
+    install(EXPORT TextManagerLibrary${addon}Targets
+      NAMESPACE TextManagerLibrary:: DESTINATION ${package_dir})
+  endif()
+endforeach()
 
 # pkg-config knows no targets: it gets the include folders and the library file of the platform.
 if(TEXTMANAGER_PLATFORM_PACKAGE)

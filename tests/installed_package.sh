@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the library, once as it was built and once on a device's own platform, and builds and runs
-# the smallest client against each: with CMake, and with pkg-config alone.
+# the smallest client against each: with CMake, and with pkg-config alone. Of the add-ons it installs those
+# that were built, and checks that a client is told of one that was not.
 #
 # Usage: installed_package.sh SOURCE_DIR BUILD_DIR
 set -euo pipefail
@@ -51,14 +52,15 @@ check_client() { # NAME EXTENSION PREFIX...
 }
 
 # A header that a client cannot include alone, or a symbol that is none of an exported class.
-check_interface() { # PREFIX
-    local headers=$1/include/TextManagerLibrary library symbols
+check_interface() { # PREFIX LIBRARY FOLDER; the folder of its headers, in that of the library
+    local top=$1/include/TextManagerLibrary library symbols
+    local headers=$top/$3
     for header in "$headers"/*.h; do
         echo "#include <$(basename "$header")>" | c++ -std=c++17 -fsyntax-only -fPIC -x c++ - \
-            -I "$headers" -I "$headers/platform" $(pkg-config --cflags Qt5Core) ||
+            -I "$headers" -I "$top" -I "$top/platform" $(pkg-config --cflags Qt5Core) ||
             fail "$(basename "$header") cannot be included alone"
     done
-    library=$(find "$1" -name libTextManagerLibrary.so)
+    library=$(find "$1" -name "$2.so")
     symbols=$(nm --dynamic --defined-only --demangle "$library" | cut -d' ' -f3- |
         sed -E 's/^(vtable|typeinfo|typeinfo name) for //; s/::.*//; s/\(.*//; s/@.*//' | sort -u)
     for symbol in $symbols; do
@@ -67,14 +69,32 @@ check_interface() { # PREFIX
 }
 
 cmake --install "$build" --prefix "$work/reference" >/dev/null
-check_interface "$work/reference"
+check_interface "$work/reference" libTextManagerLibrary .
+for file in man/man1/{textmanager,device-simulator}.1 bash-completion/completions/textmanager \
+    zsh/site-functions/_textmanager fish/vendor_completions.d/textmanager.fish; do
+    [ -s "$work/reference/share/$file" ] || fail "share/$file is not installed"
+done
 check_client reference json "$work/reference"
+
+if [ -d "$work/reference/include/TextManagerLibrary/messages" ]; then
+    check_interface "$work/reference" libTextManagerMessages messages
+    configure_and_build "$source/examples/messages" "$work/messages" "-DCMAKE_PREFIX_PATH=$work/reference"
+    mkdir "$work/texts"
+    printf '{"Content": {"Due": {"text": "{days, plural, one {in einem Tag} other {in # Tagen}}", "comment": ""}}}' \
+        >"$work/texts/de_DE.json"
+    text=$("$work/messages/messages" "$work/texts/" de_DE Due days=1250)
+    [ "$text" = "in 1.250 Tagen" ] || fail "the message is '$text'"
+fi
 
 configure_and_build "$source/examples/device-platform" "$work/device-build" \
     "-DCMAKE_INSTALL_PREFIX=$work/device"
 cmake --install "$work/device-build" >/dev/null
 configure_and_build "$source" "$work/library-build" "-DCMAKE_PREFIX_PATH=$work/device" \
-    -DTEXTMANAGER_PLATFORM_PACKAGE=DevicePlatform -DTEXTMANAGER_BUILD_TESTS=OFF
+    -DTEXTMANAGER_PLATFORM_PACKAGE=DevicePlatform -DTEXTMANAGER_BUILD_TESTS=OFF \
+    -DCMAKE_DISABLE_FIND_PACKAGE_ICU=ON
 cmake --install "$work/library-build" --prefix "$work/library" >/dev/null
 [ -z "$(find "$work/library" -ipath '*platform*')" ] || fail "the reference platform was installed"
 check_client device lang "$work/library" "$work/device"
+! cmake -S "$source/examples/messages" -B "$work/no-messages" "-DCMAKE_PREFIX_PATH=$work/library;$work/device" \
+    2>"$work/no-messages.log" || fail "an add-on that was not built was found"
+grep -q 'was built without its add-on Messages' "$work/no-messages.log" || fail "no word of the missing add-on"

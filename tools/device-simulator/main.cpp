@@ -3,6 +3,9 @@
 #include "Console.h"
 #include "DeviceBus.h"
 #include "DeviceFile.h"
+#include "HelpText.h"
+#include "ManPage.h"
+#include "SimulatorAdaptor.h"
 #include "TerminationSignals.h"
 
 #include "DeviceManagerDefinitions.h"
@@ -17,6 +20,21 @@
 
 namespace
 {
+
+CommandDescription describeProgram()
+{
+    return {QStringLiteral("device-simulator FILE"),
+            QStringLiteral("play the configuration service of a device"),
+            QStringLiteral(
+                "Owns the configuration service of a device on the bus, over the JSON file FILE, "
+                "until it is interrupted, which is status 0, or the bus ends the connection, which "
+                "is status 2. FILE is what the device has stored; what is set on the bus is "
+                "written there. A line on standard output says when the service is there.\n\nThe "
+                "bus is the session bus, or the system bus where there is "
+                "none; TEXTMANAGER_BUS=session or =system chooses."),
+            {helpOption(), {QStringLiteral("version"), {}, QStringLiteral("Name the version.")}},
+            QStringLiteral("dbus-run-session -- device-simulator device.json")};
+}
 
 ExitStatus refuse(const QString& reason)
 {
@@ -35,10 +53,9 @@ QString publish(ConfigurationService& service)
         return QStringLiteral("there is no bus: %1. On a desktop without one, start the program "
                               "under dbus-run-session.")
             .arg(bus.lastError().message());
-    // Without the bus nobody can ask any more.
     bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                 QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
-                QCoreApplication::instance(), SLOT(quit()));
+                &service, SIGNAL(busLost()));
     // The object first: whoever sees the name may ask at once.
     if (bus.registerObject(path, &service) && bus.registerService(name))
         return QString();
@@ -59,6 +76,12 @@ ExitStatus simulate(const QString& path)
     const TerminationSignals terminationSignals;
     ConfigurationService service(file);
     new ConfigurationAdaptor(&service); // belongs to the service
+    new SimulatorAdaptor(&service);     // and so does this
+    QObject::connect(&service, &ConfigurationService::busLost, [] {
+        printMessage(QStringLiteral("the bus ended the connection. Start the device simulator "
+                                    "again when the bus is there."));
+        QCoreApplication::exit(UnusableInput);
+    });
     const QString obstacle = publish(service);
     if (!obstacle.isEmpty()) {
         printMessage(obstacle);
@@ -73,22 +96,13 @@ ExitStatus simulate(const QString& path)
 ExitStatus run(const QStringList& words)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Owns the configuration service of a device on the bus, over the JSON file FILE, until it "
-        "is interrupted or the bus ends. A line on standard output says when the service is there. "
-        "The bus is the session bus, or the system bus where there is none; "
-        "TEXTMANAGER_BUS=session or =system chooses."));
-    parser.addPositionalArgument(QStringLiteral("FILE"),
-                                 QStringLiteral("What the device has stored; what is set on the "
-                                                "bus is written there."));
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Describes the program."));
+    const QCommandLineOption help(QStringList{QStringLiteral("h"), helpOption().name});
     parser.addOption(help);
     const QCommandLineOption version = parser.addVersionOption();
     if (!parser.parse(words))
         return refuse(parser.errorText());
     if (parser.isSet(help)) {
-        printResult(parser.helpText().trimmed());
+        printResult(helpText(describeProgram()));
         return Done;
     }
     if (parser.isSet(version)) {
@@ -97,6 +111,10 @@ ExitStatus run(const QStringList& words)
     }
     if (parser.positionalArguments().size() != 1)
         return refuse(QStringLiteral("expected one FILE."));
+    if (parser.positionalArguments().first() == QLatin1String("__man")) { // for the build
+        printResult(manPage(describeProgram()));
+        return Done;
+    }
     return simulate(parser.positionalArguments().first());
 }
 

@@ -1,34 +1,13 @@
 #include "JsonParser.h"
 
-#include <nlohmann/json.hpp>
-
-#include <algorithm>
-
-QString JsonFault::in(const QString& name) const
-{
-    return QStringLiteral("%1:%2:%3: %4").arg(name).arg(line).arg(column).arg(reason);
-}
-
 JsonFault describeMalformedJson(const QByteArray& bytes, const QJsonParseError& qtError)
 {
-    QString reason = qtError.errorString();
-    int offset = qtError.offset - 1; // Qt's is behind the character that it refused
-    try {
-        const auto parsed = nlohmann::json::parse(bytes.cbegin(), bytes.cend());
-        if (!parsed.is_structured())
-            reason = QStringLiteral("found a %1").arg(QLatin1String(parsed.type_name()));
-    } catch (const nlohmann::json::parse_error& error) {
-        // "[json.exception...] parse error at line L, column C: what was found and expected"
-        reason = QString::fromUtf8(error.what()).section(QStringLiteral(": "), 1);
-        offset = static_cast<int>(error.byte) - 1;
-    } catch (const nlohmann::json::exception& error) {
-        // A number out of range, for one: no place is told but by Qt.
-        reason = QString::fromUtf8(error.what()).section(QStringLiteral("] "), 1);
-    }
-    const QByteArray before = bytes.left(std::clamp(offset, 0, bytes.size()));
-    const int lineStart = before.lastIndexOf('\n') + 1;
-    return {before.count('\n') + 1, QString::fromUtf8(before.mid(lineStart)).size() + 1,
-            QStringLiteral("malformed JSON: %1").arg(reason)};
+    const JsonTree tree(bytes);
+    if (tree.fault())
+        return *tree.fault();
+    const int offset = qtError.offset - 1; // Qt's is behind the character that it refused
+    const Place place = tree.placeOf(offset);
+    return {place.line, place.column, QStringLiteral("malformed JSON: ") + qtError.errorString()};
 }
 
 std::optional<JsonFault> parseJson(const QByteArray& bytes, QJsonDocument& document)

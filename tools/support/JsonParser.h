@@ -1,21 +1,13 @@
 #pragma once
 
+#include "JsonTree.h"
+
 #include <QByteArray>
 #include <QJsonDocument>
 #include <QJsonValue>
 #include <QString>
 
 #include <optional>
-
-/** Where a text is no JSON, and why. */
-struct JsonFault {
-    int line = 1;   ///< from 1
-    int column = 1; ///< in characters, from 1
-    QString reason; ///< "malformed JSON: " and what was found and expected; no full stop
-
-    /** "name:line:column: reason" for the text of that name. */
-    QString in(const QString& name) const;
-};
 
 /**
  * Parses as Qt does and explains what Qt refuses.

@@ -1,22 +1,39 @@
 #pragma once
 
 #include "Console.h"
+#include "Description.h"
 
-#include <QStringList>
+#include <QVector>
 
-// The commands, each in a source of its own. Each takes the words behind its name and returns the
-// program's exit status.
+class CommandLine;
 
-ExitStatus runAll(const QStringList& words);
-ExitStatus runGet(const QStringList& words);
-ExitStatus runHeader(const QStringList& words);
-ExitStatus runLanguages(const QStringList& words);
-ExitStatus runNew(const QStringList& words);
-ExitStatus runPick(const QStringList& words);
-ExitStatus runRemove(const QStringList& words);
-ExitStatus runSet(const QStringList& words);
-ExitStatus runSetHeader(const QStringList& words);
+/** A command: what it says of itself, and what it does. */
+struct Command {
+    CommandDescription description;
+    /** @param commandLine has been found to fit the description. @return how the program ends. */
+    ExitStatus (*run)(const CommandLine& commandLine);
+};
+
+// The commands, each in a source of its own.
+
+Command allCommand();
+Command checkCommand();
+Command getCommand();
+Command headerCommand();
+Command languagesCommand();
+Command newCommand();
+Command packCommand();
+Command pickCommand();
+Command removeCommand();
+Command setCommand();
+Command setHeaderCommand();
 /** Needs the reference platform, whose walk over JSON data it takes. */
-ExitStatus runTranslate(const QStringList& words);
-ExitStatus runUrls(const QStringList& words);
-ExitStatus runWatch(const QStringList& words);
+Command translateCommand();
+Command urlsCommand();
+Command watchCommand();
+
+/** All of them, in the order of their names, with the options that every command has. */
+QVector<Command> commands();
+
+/** The program with all its commands. */
+ProgramDescription describeProgram();

@@ -1,80 +1,88 @@
+#include "CommandLine.h"
 #include "Commands.h"
+#include "Completion.h"
 #include "Console.h"
+#include "HelpText.h"
+#include "ManPage.h"
 #include "NearestNames.h"
 
 #include <QCoreApplication>
 #include <QTextCodec>
 
 #include <algorithm>
-#include <iterator>
 
 namespace
 {
 
-struct Command {
-    const char* name;
-    const char* summary;
-    ExitStatus (*run)(const QStringList& words);
-};
-
-constexpr Command commands[] = {
-    {"all", "print a text in all languages, as one JSON object", runAll},
-    {"get", "print texts, short texts or comments by URL", runGet},
-    {"header", "show the header of a language", runHeader},
-    {"languages", "list the languages of a folder, and its faulty files", runLanguages},
-    {"new", "start a language with the URLs of another", runNew},
-    {"pick", "choose the text of a language from such an object", runPick},
-    {"remove", "remove texts with all that is below them", runRemove},
-    {"set", "write texts and comments by URL", runSet},
-    {"set-header", "write the header of a language", runSetHeader},
-#ifdef TEXTMANAGER_HAS_REFERENCE_PLATFORM
-    {"translate", "write the texts of their text ids into JSON data", runTranslate},
-#endif
-    {"urls", "list the URLs of all texts of a language", runUrls},
-    {"watch", "print texts in the device's language whenever it changes", runWatch},
-};
-
-QString helpText()
-{
-    QString text =
-        QStringLiteral("Usage: textmanager COMMAND [options] ARGUMENTS\n\n"
-                       "Looks into a folder of language files, and edits them.\n\nCommands:\n");
-    for (const Command& command : commands)
-        text += QStringLiteral("  %1 %2\n")
-                    .arg(QLatin1String(command.name), -10)
-                    .arg(QLatin1String(command.summary));
-    return text + QStringLiteral("\n'textmanager COMMAND --help' describes a command, "
-                                 "'textmanager --version' names the version.");
-}
-
 ExitStatus refuseCommand(const QString& name)
 {
     QStringList names;
-    for (const Command& command : commands)
-        names.append(QLatin1String(command.name));
+    for (const Command& command : commands())
+        names.append(command.description.name());
     printMessage(QStringLiteral("there is no command '%1'.").arg(name) + suggestNames(name, names) +
                  QStringLiteral("\nSee 'textmanager --help'."));
     return UnusableInput;
 }
 
+ExitStatus runCommand(const QString& name, const QStringList& words)
+{
+    const QVector<Command> all = commands();
+    const auto command = std::find_if(all.cbegin(), all.cend(), [&](const Command& one) {
+        return one.description.name() == name;
+    });
+    if (command == all.cend())
+        return refuseCommand(name);
+    CommandLine commandLine(command->description);
+    const auto status = commandLine.parse(words);
+    return status ? *status : command->run(commandLine);
+}
+
+ExitStatus printHelp(const QStringList& words)
+{
+    if (!words.isEmpty())
+        return runCommand(words.first(), {QStringLiteral("--help")});
+    printResult(helpText(describeProgram()));
+    return Done;
+}
+
 ExitStatus run(const QStringList& words)
 {
     if (words.isEmpty()) {
-        printMessage(QStringLiteral("which command?\n") + helpText());
+        printMessage(QStringLiteral("which command?\n") + helpText(describeProgram()));
         return UnusableInput;
     }
     const QString& name = words.first();
-    if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
-        printResult(helpText());
-        return Done;
-    }
-    if (name == QLatin1String("--version") || name == QLatin1String("-v")) {
+    if (name == QLatin1String("--help") || name == QLatin1String("-h"))
+        return printHelp({});
+    if (name == QLatin1String("help"))
+        return printHelp(words.mid(1));
+    if (name == QLatin1String("--version") || name == QLatin1String("-v"))
         printResult(QStringLiteral("textmanager " TEXTMANAGER_VERSION));
-        return Done;
+    else if (name == QLatin1String("__man")) // for the build
+        printResult(manPage(describeProgram()));
+    else if (name == QLatin1String("__complete")) // for the shells
+        printResult(completionsOf(words.mid(1)));
+    else
+        return runCommand(name, words.mid(1));
+    return Done;
+}
+
+/** The first argument that is not encoded in UTF-8, its foreign bytes as "\xff"; empty when all
+ * are. Decoded, it would be another one, and be looked for, or written, as such. */
+QString findForeignArgument(int argc, char* argv[])
+{
+    for (int index = 1; index < argc; ++index) {
+        const QByteArray argument = argv[index];
+        if (QString::fromUtf8(argument).toUtf8() == argument)
+            continue;
+        QString shown;
+        for (const char byte : argument)
+            shown += static_cast<signed char>(byte) >= 0
+                         ? QString(QLatin1Char(byte))
+                         : QStringLiteral("\\x") + QString::fromLatin1(QByteArray(1, byte).toHex());
+        return shown;
     }
-    const auto command = std::find_if(std::begin(commands), std::end(commands),
-                                      [&](const auto& c) { return name == QLatin1String(c.name); });
-    return command == std::end(commands) ? refuseCommand(name) : command->run(words.mid(1));
+    return QString();
 }
 
 } // namespace
@@ -85,5 +93,12 @@ int main(int argc, char* argv[])
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     const QCoreApplication application(argc, argv);
     installMessageHandler();
+    const QString foreignArgument = findForeignArgument(argc, argv);
+    if (!foreignArgument.isEmpty()) {
+        printMessage(QStringLiteral("the argument '%1' is not encoded in UTF-8. Give a text in "
+                                    "UTF-8, and rename a file or folder whose name is not.")
+                         .arg(foreignArgument));
+        return UnusableInput;
+    }
     return finishOutput(run(QCoreApplication::arguments().mid(1)));
 }

@@ -1,12 +1,8 @@
 #pragma once
 
-#include <QString>
+#include "Place.h"
 
-/** Where something stands in a file. */
-struct Place {
-    int line = 0;   ///< from 1; 0 when there is no place
-    int column = 0; ///< in characters, from 1; 0 when there is no place
-};
+#include <QString>
 
 /** Something that a person should know about a language folder, before the customer sees it. */
 struct Finding {

@@ -19,30 +19,7 @@ namespace
 constexpr QLatin1String dataTypeOption("data-type");
 constexpr QLatin1String keysOption("keys");
 constexpr QLatin1String deleteOption("delete-text-url");
-constexpr QLatin1String shortFolderOption("short-folder");
 constexpr QLatin1String linesOption("lines");
-
-void describe(CommandLine& commandLine)
-{
-    commandLine.addLanguageOption(QStringLiteral("The wanted language."));
-    commandLine.addValueOption(
-        dataTypeOption, QStringLiteral("NAME"),
-        QStringLiteral("Look for the keys of a kind of data: %1.")
-            .arg(TextIdTranslation::dataTypeNames().join(QStringLiteral(", "))));
-    commandLine.addValueOption(
-        keysOption, QStringLiteral("TEXTID:TEXT[:SHORT]"),
-        QStringLiteral("Look for text ids under the key TEXTID; write the text under TEXT and the "
-                       "short text under SHORT. A text that is there and not empty is kept. May "
-                       "be given several times."));
-    commandLine.addSwitch(deleteOption,
-                          QStringLiteral("Blank each text id, and each URL of a dynamic label, "
-                                         "that was used."));
-    commandLine.addValueOption(shortFolderOption, QStringLiteral("NAME"),
-                               QStringLiteral("The sub-folder of DIR that holds the short texts."));
-    commandLine.addSwitch(linesOption,
-                          QStringLiteral("Read a document on each line and print it, translated, "
-                                         "in one line, before the next is read."));
-}
 
 /** What is wrong with the options that choose the keys; empty when nothing is. */
 QString configure(TextIdTranslation& translation, const CommandLine& commandLine)
@@ -56,12 +33,7 @@ QString configure(TextIdTranslation& translation, const CommandLine& commandLine
                 .arg(keys);
         translation.addKeys(names.at(0), names.at(1), names.value(2));
     }
-    const QString dataType = commandLine.value(dataTypeOption);
-    const QStringList known = TextIdTranslation::dataTypeNames();
-    if (commandLine.isSet(dataTypeOption) && !known.contains(dataType))
-        return QStringLiteral("there is no data type '%1'.").arg(dataType) +
-               suggestNames(dataType, known);
-    translation.setDataType(dataType);
+    translation.setDataType(commandLine.value(dataTypeOption));
     translation.setDeleteTextUrl(commandLine.isSet(deleteOption));
     return QString();
 }
@@ -138,23 +110,11 @@ bool reportMisses(const TextIdTranslation& translation, const LanguageFolder& fo
     return true;
 }
 
-} // namespace
-
-ExitStatus runTranslate(const QStringList& words)
+ExitStatus runTranslate(const CommandLine& commandLine)
 {
-    CommandLine commandLine(
-        QStringLiteral("translate DIR [FILE]"),
-        QStringLiteral(
-            "Reads JSON data in FILE, or on standard input without one or with '-', and prints "
-            "them with the texts of their text ids. What the language does not have is taken from "
-            "en_US, then from POSIX. Texts of selectors are read on the bus. The exit status is 1 "
-            "when a text id is unknown or a line is malformed."));
-    describe(commandLine);
-    if (const auto status = commandLine.parse(words))
-        return *status;
     const QStringList arguments = commandLine.arguments();
     const auto folder =
-        LanguageFolder::open(arguments.first(), commandLine.value(shortFolderOption));
+        LanguageFolder::open(arguments.first(), commandLine.value(shortFolderOption().name));
     if (!folder)
         return UnusableInput;
     folder->chooseLoadedLanguage(commandLine.language()); // says when it is another one
@@ -178,4 +138,39 @@ ExitStatus runTranslate(const QStringList& words)
                                                         : QJsonDocument::Indented);
     const bool hasMisses = reportMisses(translation, *folder, commandLine.language());
     return status == Done && hasMisses ? AnswerIsNo : status;
+}
+
+} // namespace
+
+Command translateCommand()
+{
+    return {
+        {QStringLiteral("translate DIR [FILE]"),
+         QStringLiteral("write the texts of their text ids into JSON data"),
+         QStringLiteral(
+             "Reads JSON data in FILE, or on standard input without one or with '-', and prints "
+             "them with the texts of their text ids. What the language does not have is taken from "
+             "en_US, then from POSIX. Texts of selectors are read on the bus. The exit status is 1 "
+             "when a text id is unknown or a line is malformed."),
+         {languageOption(QStringLiteral("The wanted language.")),
+          {dataTypeOption,
+           QStringLiteral("NAME"),
+           QStringLiteral("Look for the keys of a kind of data."),
+           {},
+           TextIdTranslation::dataTypeNames()},
+          {keysOption, QStringLiteral("TEXTID:TEXT[:SHORT]"),
+           QStringLiteral("Look for text ids under the key TEXTID; write the text under TEXT and "
+                          "the short text under SHORT. A text that is there and not empty is kept. "
+                          "May be given several times.")},
+          {deleteOption,
+           {},
+           QStringLiteral("Blank each text id, and each URL of a dynamic label, that was used.")},
+          shortFolderOption(),
+          {linesOption,
+           {},
+           QStringLiteral("Read a document on each line and print it, translated, in one line, "
+                          "before the next is read.")}},
+         QStringLiteral("textmanager translate languages data/SystemInformationData.json "
+                        "--data-type SystemInformationData")},
+        runTranslate};
 }

@@ -9,6 +9,8 @@
 namespace
 {
 
+constexpr QLatin1String fromOption("from");
+
 /** A copy of a node and all below it, their texts empty. */
 QJsonObject withoutTexts(QJsonObject node)
 {
@@ -31,26 +33,14 @@ QJsonObject newDocument(const QString& language, const QJsonObject& source)
             {content, withoutTexts(source.value(content).toObject())}};
 }
 
-} // namespace
-
-ExitStatus runNew(const QStringList& words)
+ExitStatus runNew(const CommandLine& commandLine)
 {
-    const QString from = QStringLiteral("from");
-    CommandLine commandLine(
-        QStringLiteral("new DIR LANGUAGE"),
-        QStringLiteral("Starts the file of LANGUAGE in the folder DIR, with LANGUAGE in its "
-                       "header. An existing language is left alone."));
-    commandLine.addValueOption(from, QStringLiteral("KEY"),
-                               QStringLiteral("Take over the URLs and comments of this language, "
-                                              "the texts empty; without it, there are none."));
-    if (const auto status = commandLine.parse(words))
-        return *status;
 
     const QStringList arguments = commandLine.arguments();
     QJsonObject source;
-    if (commandLine.isSet(from)) {
+    if (commandLine.isSet(fromOption)) {
         const auto sourceEditor =
-            LanguageFileEditor::open(arguments.at(0), commandLine.value(from));
+            LanguageFileEditor::open(arguments.at(0), commandLine.value(fromOption));
         if (!sourceEditor)
             return UnusableInput;
         source = sourceEditor->document();
@@ -63,5 +53,21 @@ ExitStatus runNew(const QStringList& words)
     QVector<EditChange> changes;
     for (const QString& url : LanguageInformation().getAvailableUrls(editor->document()))
         changes.append({QStringLiteral("added"), url});
-    return saveAndPrint(*editor, changes, commandLine.isJsonWanted());
+    return saveAndPrint(*editor, changes, commandLine);
+}
+
+} // namespace
+
+Command newCommand()
+{
+    return {{QStringLiteral("new DIR LANGUAGE"),
+             QStringLiteral("start a language with the URLs of another"),
+             QStringLiteral("Starts the file of LANGUAGE in the folder DIR, with LANGUAGE in its "
+                            "header. An existing language is left alone."),
+             {{fromOption, QStringLiteral("KEY"),
+               QStringLiteral("Take over the URLs and comments of this language, the texts empty; "
+                              "without it, there are none.")},
+              dryRunOption()},
+             QStringLiteral("textmanager new languages it_IT --from en_US")},
+            runNew};
 }

@@ -49,17 +49,8 @@ QVector<EditChange> removeAll(const QStringList& urls, QJsonObject& document)
     return changes;
 }
 
-} // namespace
-
-ExitStatus runRemove(const QStringList& words)
+ExitStatus runRemove(const CommandLine& commandLine)
 {
-    CommandLine commandLine(
-        QStringLiteral("remove DIR LANGUAGE URL..."),
-        QStringLiteral("Removes each URL, with its text, its comment and all that is below it, "
-                       "from the file of LANGUAGE in the folder DIR. The exit status is 1, and "
-                       "nothing is changed, when a URL is not there."));
-    if (const auto status = commandLine.parse(words))
-        return *status;
 
     const QStringList arguments = commandLine.arguments();
     const auto editor = LanguageFileEditor::open(arguments.at(0), arguments.at(1));
@@ -70,5 +61,19 @@ ExitStatus runRemove(const QStringList& words)
         printMessage(QStringLiteral("nothing was changed in %1.").arg(editor->filePath()));
         return AnswerIsNo;
     }
-    return saveAndPrint(*editor, removeAll(urls, editor->document()), commandLine.isJsonWanted());
+    return saveAndPrint(*editor, removeAll(urls, editor->document()), commandLine);
+}
+
+} // namespace
+
+Command removeCommand()
+{
+    return {{QStringLiteral("remove DIR LANGUAGE URL..."),
+             QStringLiteral("remove texts with all that is below them"),
+             QStringLiteral("Removes each URL, with its text, its comment and all that is below "
+                            "it, from the file of LANGUAGE in the folder DIR. The exit status is "
+                            "1, and nothing is changed, when a URL is not there."),
+             {dryRunOption()},
+             QStringLiteral("textmanager remove languages de_DE Alarms/Filter")},
+            runRemove};
 }

@@ -9,6 +9,9 @@
 namespace
 {
 
+constexpr QLatin1String languageNameOption("language-name");
+constexpr QLatin1String subLanguageOption("sub-language");
+
 /** Writes one field of the header. @return whether that was possible; a message says why not. */
 bool writeField(const QString& field, const QString& value, LanguageFileEditor& editor,
                 QVector<EditChange>& changes)
@@ -26,26 +29,11 @@ bool writeField(const QString& field, const QString& value, LanguageFileEditor& 
     return true;
 }
 
-} // namespace
-
-ExitStatus runSetHeader(const QStringList& words)
+ExitStatus runSetHeader(const CommandLine& commandLine)
 {
-    const QString language = QStringLiteral("language-name");
-    const QString subLanguage = QStringLiteral("sub-language");
-    CommandLine commandLine(
-        QStringLiteral("set-header DIR LANGUAGE"),
-        QStringLiteral("Writes the header of the file of LANGUAGE in the folder DIR. The exit "
-                       "status is 1, and nothing is changed, when something else is in a field's "
-                       "place."));
-    commandLine.addValueOption(language, QStringLiteral("NAME"),
-                               QStringLiteral("The header's language."));
-    commandLine.addValueOption(subLanguage, QStringLiteral("NAME"),
-                               QStringLiteral("The header's sub-language."));
-    if (const auto status = commandLine.parse(words))
-        return *status;
-    if (!commandLine.isSet(language) && !commandLine.isSet(subLanguage))
+    if (!commandLine.isSet(languageNameOption) && !commandLine.isSet(subLanguageOption))
         return commandLine.refuse(
-            QStringLiteral("--%1 or --%2 is missing.").arg(language, subLanguage));
+            QStringLiteral("--%1 or --%2 is missing.").arg(languageNameOption, subLanguageOption));
 
     const QStringList arguments = commandLine.arguments();
     const auto editor = LanguageFileEditor::open(arguments.at(0), arguments.at(1));
@@ -56,8 +44,25 @@ ExitStatus runSetHeader(const QStringList& words)
         return !commandLine.isSet(option) ||
                writeField(field, commandLine.value(option), *editor, changes);
     };
-    if (!write(language, LanguageDefinitions::getJsonHeaderLanguageKey()) ||
-        !write(subLanguage, LanguageDefinitions::getJsonHeaderSubLanguageKey()))
+    if (!write(languageNameOption, LanguageDefinitions::getJsonHeaderLanguageKey()) ||
+        !write(subLanguageOption, LanguageDefinitions::getJsonHeaderSubLanguageKey()))
         return AnswerIsNo;
-    return saveAndPrint(*editor, changes, commandLine.isJsonWanted());
+    return saveAndPrint(*editor, changes, commandLine);
+}
+
+} // namespace
+
+Command setHeaderCommand()
+{
+    return {
+        {QStringLiteral("set-header DIR LANGUAGE"),
+         QStringLiteral("write the header of a language"),
+         QStringLiteral(
+             "Writes the header of the file of LANGUAGE in the folder DIR. The exit status is 1, "
+             "and nothing is changed, when something else is in a field's place."),
+         {{languageNameOption, QStringLiteral("NAME"), QStringLiteral("The header's language.")},
+          {subLanguageOption, QStringLiteral("NAME"), QStringLiteral("The header's sub-language.")},
+          dryRunOption()},
+         QStringLiteral("textmanager set-header languages de_DE --sub-language Schweiz")},
+        runSetHeader};
 }

@@ -5,17 +5,11 @@
 
 #include "ReadAllTextsHelper.h"
 
-ExitStatus runAll(const QStringList& words)
+namespace
 {
-    CommandLine commandLine(
-        QStringLiteral("all DIR URL"),
-        QStringLiteral(
-            "Prints the text in all languages as a translateable text object: JSON in one line, "
-            "from language key to text, in either format. A language without the text shows that "
-            "of en_US or POSIX. 'textmanager pick' chooses from the object. The exit status is 1, "
-            "and the object empty, when no language has the text."));
-    if (const auto status = commandLine.parse(words))
-        return *status;
+
+ExitStatus runAll(const CommandLine& commandLine)
+{
     const auto folder = LanguageFolder::open(commandLine.arguments().first());
     if (!folder)
         return UnusableInput;
@@ -30,4 +24,20 @@ ExitStatus runAll(const QStringList& words)
     printMessage(QStringLiteral("%1: no language has a text there.").arg(url) +
                  suggestNames(url, folder->collectAllUrls()));
     return AnswerIsNo;
+}
+
+} // namespace
+
+Command allCommand()
+{
+    return {{QStringLiteral("all DIR URL"),
+             QStringLiteral("print a text in all languages, as one JSON object"),
+             QStringLiteral(
+                 "Prints the text in all languages as a translateable text object: JSON in one "
+                 "line, from language key to text, in either format. A language without the text "
+                 "shows that of en_US or POSIX. 'textmanager pick' chooses from the object. The "
+                 "exit status is 1, and the object empty, when no language has the text."),
+             {},
+             QStringLiteral("textmanager all languages Menu/Save")},
+            runAll};
 }

@@ -11,6 +11,9 @@ namespace
 using Wanted = LanguageFolder::Wanted;
 using Answer = LanguageFolder::Answer;
 
+constexpr QLatin1String shortOption("short");
+constexpr QLatin1String commentOption("comment");
+
 /** What one call of the command asks for. */
 struct Request {
     Wanted wanted = Wanted::Text;
@@ -20,6 +23,14 @@ struct Request {
 QString nameOf(Wanted wanted)
 {
     return wanted == Wanted::Comment ? QStringLiteral("comment") : QStringLiteral("text");
+}
+
+void reportLanguage(const LanguageFolder& folder, const QString& language)
+{
+    const QStringList loaded = folder.getAvailableLanguages();
+    if (!loaded.contains(language))
+        printMessage(QStringLiteral("language '%1' is not loaded.").arg(language) +
+                     suggestNames(language, loaded));
 }
 
 void reportMiss(const LanguageFolder& folder, const QString& url, const Request& request)
@@ -54,6 +65,7 @@ QJsonObject toJson(const QString& url, const Answer& answer, const Request& requ
 ExitStatus answerUrls(const LanguageFolder& folder, const QStringList& urls, const Request& request,
                       bool isJsonWanted)
 {
+    reportLanguage(folder, request.language);
     ExitStatus status = Done;
     QJsonArray answers;
     for (const QString& url : urls) {
@@ -66,47 +78,50 @@ ExitStatus answerUrls(const LanguageFolder& folder, const QStringList& urls, con
         }
         if (isJsonWanted)
             answers.append(toJson(url, answer, request));
-        else if (answer.isFound())
-            printResult(answer.text);
+        else if (answer.isFound() || urls.size() > 1)
+            printResult(answer.text); // a line for each of several, empty for one without a text
     }
     if (isJsonWanted)
         printResult({{QStringLiteral("answers"), answers}});
     return status;
 }
 
-} // namespace
-
-ExitStatus runGet(const QStringList& words)
+ExitStatus runGet(const CommandLine& commandLine)
 {
-    const QString shortFolder = QStringLiteral("short-folder");
-    const QString shortText = QStringLiteral("short");
-    const QString comment = QStringLiteral("comment");
-    CommandLine commandLine(
-        QStringLiteral("get DIR URL..."),
-        QStringLiteral(
-            "Prints the text of each URL. What the wanted language does not have is taken from "
-            "en_US, then from POSIX, and standard error says so. The exit status is 1 when a text "
-            "is found in none of them, and standard error names the nearest URLs."));
-    commandLine.addLanguageOption(QStringLiteral("The wanted language."));
-    commandLine.addValueOption(shortFolder, QStringLiteral("NAME"),
-                               QStringLiteral("The sub-folder of DIR that holds the short texts."));
-    commandLine.addSwitch(
-        shortText, QStringLiteral("Print the short text, or the full text where there is none."));
-    commandLine.addSwitch(comment, QStringLiteral("Print the comment for translators."));
-    if (const auto status = commandLine.parse(words))
-        return *status;
-    if (commandLine.isSet(shortText) && commandLine.isSet(comment))
+    if (commandLine.isSet(shortOption) && commandLine.isSet(commentOption))
         return commandLine.refuse(QStringLiteral("--short and --comment exclude each other."));
-    if (commandLine.isSet(shortText) && commandLine.value(shortFolder).isEmpty())
+    if (commandLine.isSet(shortOption) && commandLine.value(shortFolderOption().name).isEmpty())
         return commandLine.refuse(QStringLiteral("--short needs --short-folder NAME."));
 
     const QStringList arguments = commandLine.arguments();
-    const auto folder = LanguageFolder::open(arguments.first(), commandLine.value(shortFolder));
+    const auto folder =
+        LanguageFolder::open(arguments.first(), commandLine.value(shortFolderOption().name));
     if (!folder)
         return UnusableInput;
-    const Wanted wanted = commandLine.isSet(shortText) ? Wanted::ShortText
-                          : commandLine.isSet(comment) ? Wanted::Comment
-                                                       : Wanted::Text;
+    const Wanted wanted = commandLine.isSet(shortOption)     ? Wanted::ShortText
+                          : commandLine.isSet(commentOption) ? Wanted::Comment
+                                                             : Wanted::Text;
     return answerUrls(*folder, arguments.mid(1), {wanted, commandLine.language()},
                       commandLine.isJsonWanted());
+}
+
+} // namespace
+
+Command getCommand()
+{
+    return {
+        {QStringLiteral("get DIR URL..."),
+         QStringLiteral("print texts, short texts or comments by URL"),
+         QStringLiteral("Prints the text of each URL. What the wanted language does not have is "
+                        "taken from en_US, then from POSIX, and standard error says so. The exit "
+                        "status is 1 when a text is found in none of them, and standard error "
+                        "names the nearest URLs; of several URLs that one gets an empty line."),
+         {languageOption(QStringLiteral("The wanted language.")),
+          shortFolderOption(),
+          {shortOption,
+           {},
+           QStringLiteral("Print the short text, or the full text where there is none.")},
+          {commentOption, {}, QStringLiteral("Print the comment for translators.")}},
+         QStringLiteral("textmanager get languages Menu/Save Alarms/Acknowledge --language ja_JP")},
+        runGet};
 }

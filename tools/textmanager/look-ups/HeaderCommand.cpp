@@ -21,14 +21,22 @@ void printHeader(const LanguageFolder& folder, const QString& language, bool isJ
     printResult(QStringLiteral("%1: %2").arg(subLanguageName, info.second));
 }
 
+ExitStatus runHeader(const CommandLine& commandLine)
+{
+    return runForLanguage(commandLine, printHeader);
+}
+
 } // namespace
 
-ExitStatus runHeader(const QStringList& words)
+Command headerCommand()
 {
-    CommandLine commandLine(QStringLiteral("header DIR"),
-                            QStringLiteral("Shows language and sub-language from the header of a "
-                                           "language file. For a language that is not loaded, "
-                                           "en_US answers."));
-    commandLine.addLanguageOption(QStringLiteral("The language whose header is shown."));
-    return runForLanguage(commandLine, words, printHeader);
+    return {
+        {QStringLiteral("header DIR"),
+         QStringLiteral("show the header of a language"),
+         QStringLiteral(
+             "Shows language and sub-language from the header of a language file. For a language "
+             "that is not loaded, en_US answers. The exit status is 1 when neither is loaded."),
+         {languageOption(QStringLiteral("The language whose header is shown."))},
+         QStringLiteral("textmanager header languages --language de_DE")},
+        runHeader};
 }

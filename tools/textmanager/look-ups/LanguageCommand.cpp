@@ -3,10 +3,8 @@
 #include "CommandLine.h"
 #include "LanguageFolder.h"
 
-ExitStatus runForLanguage(CommandLine& commandLine, const QStringList& words, PrintLanguage print)
+ExitStatus runForLanguage(const CommandLine& commandLine, PrintLanguage print)
 {
-    if (const auto status = commandLine.parse(words))
-        return *status;
     const auto folder = LanguageFolder::open(commandLine.arguments().first());
     if (!folder)
         return UnusableInput;

@@ -3,7 +3,6 @@
 #include "Console.h"
 
 #include <QString>
-#include <QStringList>
 
 class CommandLine;
 class LanguageFolder;
@@ -13,4 +12,4 @@ using PrintLanguage = void (*)(const LanguageFolder& folder, const QString& lang
                                bool isJsonWanted);
 
 /** Runs a command that has one folder and --language, with the language that answers for it. */
-ExitStatus runForLanguage(CommandLine& commandLine, const QStringList& words, PrintLanguage print);
+ExitStatus runForLanguage(const CommandLine& commandLine, PrintLanguage print);

@@ -33,17 +33,8 @@ void printLanguages(const LanguageFolder& folder, bool isJsonWanted)
         printResult(language);
 }
 
-} // namespace
-
-ExitStatus runLanguages(const QStringList& words)
+ExitStatus runLanguages(const CommandLine& commandLine)
 {
-    CommandLine commandLine(
-        QStringLiteral("languages DIR"),
-        QStringLiteral("Lists the languages of the folder DIR, and on standard error every file "
-                       "that is left out, with the place of its fault. The exit status is 1 when "
-                       "there is such a file, or no language at all."));
-    if (const auto status = commandLine.parse(words))
-        return *status;
     const auto folder = LanguageFolder::open(commandLine.arguments().first());
     if (!folder)
         return UnusableInput;
@@ -55,4 +46,18 @@ ExitStatus runLanguages(const QStringList& words)
     const bool isSound =
         folder->getLeftOutFiles().isEmpty() && !folder->getAvailableLanguages().isEmpty();
     return isSound ? Done : AnswerIsNo;
+}
+
+} // namespace
+
+Command languagesCommand()
+{
+    return {{QStringLiteral("languages DIR"),
+             QStringLiteral("list the languages of a folder, and its faulty files"),
+             QStringLiteral("Lists the languages of the folder DIR, and on standard error every "
+                            "file that is left out, with the place of its fault. The exit status "
+                            "is 1 when there is such a file, or no language at all."),
+             {},
+             QStringLiteral("textmanager languages languages")},
+            runLanguages};
 }

@@ -60,20 +60,8 @@ void reportLanguage(const TranslateableTextHelper& helper, const QString& answer
         printMessage(QStringLiteral("no text in %1, %2 answers.").arg(wanted, answering));
 }
 
-} // namespace
-
-ExitStatus runPick(const QStringList& words)
+ExitStatus runPick(const CommandLine& commandLine)
 {
-    CommandLine commandLine(
-        QStringLiteral("pick"),
-        QStringLiteral(
-            "Reads a translateable text object, as 'textmanager all' prints it, on standard input "
-            "and prints the text of a language. What that does not have is taken from en_US, then "
-            "from POSIX; standard error says which language answers. The exit status is 1 when "
-            "none of them is in the object."));
-    commandLine.addLanguageOption(QStringLiteral("The wanted language."));
-    if (const auto status = commandLine.parse(words))
-        return *status;
     const auto object = readObject();
     if (!object)
         return UnusableInput;
@@ -96,4 +84,20 @@ ExitStatus runPick(const QStringList& words)
     else if (isFound)
         printResult(helper.currentText());
     return isFound ? Done : AnswerIsNo;
+}
+
+} // namespace
+
+Command pickCommand()
+{
+    return {
+        {QStringLiteral("pick"),
+         QStringLiteral("choose the text of a language from such an object"),
+         QStringLiteral("Reads a translateable text object, as 'textmanager all' prints it, on "
+                        "standard input and prints the text of a language. What that does not have "
+                        "is taken from en_US, then from POSIX; standard error says which language "
+                        "answers. The exit status is 1 when none of them is in the object."),
+         {languageOption(QStringLiteral("The wanted language."))},
+         QStringLiteral("textmanager all languages Menu/Save | textmanager pick --language ja_JP")},
+        runPick};
 }

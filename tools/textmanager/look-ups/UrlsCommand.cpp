@@ -20,13 +20,20 @@ void printUrls(const LanguageFolder& folder, const QString& language, bool isJso
         printResult(url);
 }
 
+ExitStatus runUrls(const CommandLine& commandLine)
+{
+    return runForLanguage(commandLine, printUrls);
+}
+
 } // namespace
 
-ExitStatus runUrls(const QStringList& words)
+Command urlsCommand()
 {
-    CommandLine commandLine(QStringLiteral("urls DIR"),
-                            QStringLiteral("Lists the URLs of all texts of a language. For a "
-                                           "language that is not loaded, en_US answers."));
-    commandLine.addLanguageOption(QStringLiteral("The language whose URLs are listed."));
-    return runForLanguage(commandLine, words, printUrls);
+    return {{QStringLiteral("urls DIR"),
+             QStringLiteral("list the URLs of all texts of a language"),
+             QStringLiteral("Lists the URLs of all texts of a language. For a language that is not "
+                            "loaded, en_US answers. The exit status is 1 when neither is loaded."),
+             {languageOption(QStringLiteral("The language whose URLs are listed."))},
+             QStringLiteral("textmanager urls languages --language de_DE")},
+            runUrls};
 }

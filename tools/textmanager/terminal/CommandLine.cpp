@@ -1,45 +1,30 @@
 #include "CommandLine.h"
 
+#include "HelpText.h"
+#include "NearestNames.h"
+
 #include "LanguageDefinitions.h"
 
 #include <QCommandLineOption>
 
-CommandLine::CommandLine(const QString& command, const QString& description)
-    : m_ArgumentNames(command.split(QLatin1Char(' ')))
+CommandLine::CommandLine(const CommandDescription& description)
+    : m_Description(description)
 {
-    m_StrName = m_ArgumentNames.takeFirst();
-    m_Parser.setApplicationDescription(description);
-    m_Parser.addOption(QCommandLineOption({QStringLiteral("h"), QStringLiteral("help")},
-                                          QStringLiteral("Describes the command.")));
-    addValueOption(QStringLiteral("format"), QStringLiteral("FORMAT"),
-                   QStringLiteral("Format of the result: text or json."), QStringLiteral("text"));
-}
-
-void CommandLine::addValueOption(const QString& name, const QString& valueName,
-                                 const QString& description, const QString& defaultValue)
-{
-    const QString byDefault =
-        defaultValue.isEmpty() ? QString() : QStringLiteral(" By default %1.").arg(defaultValue);
-    m_Parser.addOption(QCommandLineOption(name, description + byDefault, valueName, defaultValue));
-}
-
-void CommandLine::addSwitch(const QString& name, const QString& description)
-{
-    m_Parser.addOption(QCommandLineOption(name, description));
-}
-
-void CommandLine::addLanguageOption(const QString& description)
-{
-    addValueOption(QStringLiteral("language"), QStringLiteral("KEY"), description,
-                   LanguageDefinitions::getFirstFallbackLanguageFilename());
+    for (const OptionDescription& option : description.options) {
+        QStringList names = {option.name};
+        if (!option.shortName.isEmpty())
+            names.prepend(option.shortName);
+        m_Parser.addOption(
+            QCommandLineOption(names, option.summary, option.valueName, option.defaultValue));
+    }
 }
 
 std::optional<ExitStatus> CommandLine::parse(const QStringList& words)
 {
     // The parser takes the program's name for its first word.
-    const bool isParsed = m_Parser.parse(QStringList(m_StrName) + words);
-    if (m_Parser.isSet(QStringLiteral("help"))) {
-        printResult(helpText());
+    const bool isParsed = m_Parser.parse(QStringList(m_Description.name()) + words);
+    if (m_Parser.isSet(helpOption().name)) {
+        printResult(helpText(m_Description, QStringLiteral("textmanager")));
         return Done;
     }
     const QString fault = isParsed ? findFault() : m_Parser.errorText();
@@ -50,38 +35,57 @@ std::optional<ExitStatus> CommandLine::parse(const QStringList& words)
 
 ExitStatus CommandLine::refuse(const QString& reason) const
 {
-    printMessage(QStringLiteral("%1: %2\nSee 'textmanager %1 --help'.").arg(m_StrName, reason));
+    printMessage(
+        QStringLiteral("%1: %2\nSee 'textmanager %1 --help'.").arg(m_Description.name(), reason));
     return UnusableInput;
 }
 
 QString CommandLine::findFault() const
 {
-    const QString format = value(QStringLiteral("format"));
-    if (format != QLatin1String("text") && format != QLatin1String("json"))
-        return QStringLiteral("unknown format '%1': it is text or json.").arg(format);
+    for (const OptionDescription& option : m_Description.options) {
+        const QString given = value(option.name);
+        if (!option.choices.isEmpty() && isSet(option.name) && !option.choices.contains(given))
+            return QStringLiteral("unknown %1 '%2': it is one of %3.")
+                       .arg(option.name, given, option.choices.join(QStringLiteral(", "))) +
+                   suggestNames(given, option.choices);
+        if (option.name == QLatin1String("language") && isSet(option.name) && given.isEmpty())
+            return QStringLiteral("--language needs a key, such as de_DE.");
+    }
 
-    const QString language = QStringLiteral("language");
-    if (m_Parser.optionNames().contains(language) && value(language).isEmpty())
-        return QStringLiteral("--language needs a key, such as de_DE.");
-
+    const QStringList argumentNames = m_Description.argumentNames();
     const int given = arguments().size();
     const bool isNextNeeded =
-        given < m_ArgumentNames.size() && !m_ArgumentNames.at(given).startsWith(QLatin1Char('['));
+        given < argumentNames.size() && !argumentNames.at(given).startsWith(QLatin1Char('['));
     if (isNextNeeded)
-        return QStringLiteral("%1 is missing.").arg(m_ArgumentNames.at(given));
+        return QStringLiteral("%1 is missing.").arg(argumentNames.at(given));
     const bool isLastRepeatable =
-        !m_ArgumentNames.isEmpty() && m_ArgumentNames.last().endsWith(QLatin1String("..."));
-    if (given > m_ArgumentNames.size() && !isLastRepeatable)
+        !argumentNames.isEmpty() && argumentNames.last().endsWith(QLatin1String("..."));
+    if (given > argumentNames.size() && !isLastRepeatable)
         return QStringLiteral("unexpected argument '%1'.")
-            .arg(arguments().at(m_ArgumentNames.size()));
+            .arg(arguments().at(argumentNames.size()));
     return QString();
 }
 
-QString CommandLine::helpText() const
+OptionDescription formatOption(const QStringList& formats)
 {
-    // The parser's own first line shows the program's path and knows nothing of commands.
-    const QString help = m_Parser.helpText();
-    const QStringList usage = QStringList{m_StrName, QStringLiteral("[options]")} + m_ArgumentNames;
-    return QStringLiteral("Usage: textmanager %1").arg(usage.join(QLatin1Char(' '))) +
-           help.mid(help.indexOf(QLatin1Char('\n'))).trimmed().prepend(QLatin1Char('\n'));
+    return {QStringLiteral("format"), QStringLiteral("FORMAT"),
+            QStringLiteral("Format of the result."), QStringLiteral("text"), formats};
+}
+
+OptionDescription languageOption(const QString& summary)
+{
+    return {QStringLiteral("language"), QStringLiteral("KEY"), summary,
+            LanguageDefinitions::getFirstFallbackLanguageFilename()};
+}
+
+OptionDescription dryRunOption()
+{
+    return {
+        QStringLiteral("dry-run"), {}, QStringLiteral("Print what would be done; write nothing.")};
+}
+
+OptionDescription shortFolderOption()
+{
+    return {QStringLiteral("short-folder"), QStringLiteral("NAME"),
+            QStringLiteral("The sub-folder of DIR that holds the short texts.")};
 }

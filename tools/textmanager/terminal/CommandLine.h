@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Console.h"
+#include "Description.h"
 
 #include <QCommandLineParser>
 #include <QString>
@@ -8,26 +9,11 @@
 
 #include <optional>
 
-/**
- * What one command may be called with, and was. Every command has --help and, since every one has
- * a result, --format.
- */
+/** What one command was called with, held against what it may be called with. */
 class CommandLine
 {
 public:
-    /**
-     * @param command the command and its arguments, as in "get DIR URL..."; the last one may be
-     * given several times when it ends in "...", and left out when it stands in "[]".
-     */
-    CommandLine(const QString& command, const QString& description);
-
-    /** Adds "--name VALUE". */
-    void addValueOption(const QString& name, const QString& valueName, const QString& description,
-                        const QString& defaultValue = QString());
-    /** Adds "--name". */
-    void addSwitch(const QString& name, const QString& description);
-    /** Adds "--language KEY", "en_US" by default. */
-    void addLanguageOption(const QString& description);
+    explicit CommandLine(const CommandDescription& description);
 
     /**
      * Takes the words behind the command.
@@ -45,14 +31,26 @@ public:
     QString language() const { return value(QStringLiteral("language")); }
     bool isJsonWanted() const { return value(QStringLiteral("format")) == QLatin1String("json"); }
 
+    bool isDryRun() const { return isSet(QStringLiteral("dry-run")); }
+
     /** Reports wrong usage. @return the exit status for it. */
     ExitStatus refuse(const QString& reason) const;
 
 private:
     QString findFault() const;
-    QString helpText() const;
 
-    QString m_StrName;
-    QStringList m_ArgumentNames;
+    const CommandDescription m_Description;
     QCommandLineParser m_Parser;
 };
+
+// Options that several commands have.
+
+/** "--format FORMAT", which every command has. */
+OptionDescription formatOption(const QStringList& formats = {QStringLiteral("text"),
+                                                             QStringLiteral("json")});
+/** "--language KEY", "en_US" by default. */
+OptionDescription languageOption(const QString& summary);
+/** "--dry-run", which every command that writes has. */
+OptionDescription dryRunOption();
+/** "--short-folder NAME" */
+OptionDescription shortFolderOption();

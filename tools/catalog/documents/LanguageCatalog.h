@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Finding.h"
+#include "LanguageDocument.h"
+
+#include <QSet>
+#include <QString>
+#include <QVector>
+
+#include <vector>
+
+/** One file of a language folder, as it is stored. */
+struct CatalogFile {
+    QString path;     ///< as the folder's path names it
+    QString file;     ///< relative to the language folder
+    QString language; ///< the key under which a text manager loads it
+    bool isShort = false;
+    /** Whether a text manager answers with it: it loads, and no other file of its key does later.
+     */
+    bool isLoaded = false;
+    LanguageDocument document; ///< empty when the file cannot be read
+    QVector<Finding> faults;   ///< why it is not loaded, and what it loses when it is
+};
+
+/**
+ * A language folder, opened once: its files as they are stored, the full texts and those of a
+ * short-text folder, in the order in which a text manager loads them.
+ */
+class LanguageCatalog
+{
+public:
+    /** Why there is no folder to read at @p path, as a sentence; empty when there is. */
+    static QString findFolderFault(const QString& path);
+
+    /** Reads a folder that is there. @param shortFolder name of the sub-folder; empty: none. */
+    explicit LanguageCatalog(const QString& folderPath, const QString& shortFolder = QString());
+
+    const std::vector<CatalogFile>& files() const { return m_Files; }
+    /** The file that a text manager answers with for a language; null when there is none. */
+    const CatalogFile* find(const QString& language, bool isShort = false) const;
+
+    /** The faults of all files, in the order of the files. */
+    QVector<Finding> findFaults() const;
+
+private:
+    void addFolder(const QString& folderPath, const QString& subFolder);
+    void addFile(const QString& path, const QString& file, const QString& language, bool isShort);
+    void addNamesThatNobodyLoads(const QString& folderPath, const QString& prefix,
+                                 const QSet<QString>& listedNames);
+    void addUnreadable(const QString& path, const QString& file, bool isShort,
+                       const QString& reason);
+    void settleLanguage(CatalogFile& added);
+
+    std::vector<CatalogFile> m_Files;
+};
