@@ -57,21 +57,28 @@ void FileTransaction::write(const QString& path, const QByteArray& bytes)
 
 bool FileTransaction::isChanged() const
 {
-    return std::any_of(m_Files.begin(), m_Files.end(), [](const auto& file) {
-        return file->wanted && file->wanted != file->bytes();
-    });
+    return std::any_of(m_Files.begin(), m_Files.end(),
+                       [](const auto& file) { return file->isChanged(); });
 }
 
 QString FileTransaction::save()
+{
+    return saveAll({this});
+}
+
+QString FileTransaction::saveAll(const std::vector<FileTransaction*>& transactions)
 {
     // A limit on the size of files is to be an error like a full disk, not the end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
     std::vector<LockedFile*> files;
     std::vector<std::unique_ptr<ReplacementFile>> replacements;
-    for (const auto& file : m_Files) {
-        if (!file->wanted || file->wanted == file->bytes())
-            continue;
-        files.push_back(file.get());
+    for (const FileTransaction* transaction : transactions) {
+        for (const auto& file : transaction->m_Files) {
+            if (file->isChanged())
+                files.push_back(file.get());
+        }
+    }
+    for (LockedFile* file : files) {
         replacements.push_back(std::make_unique<ReplacementFile>(file->realPath()));
         const QString fault = replacements.back()->prepare(*file->wanted);
         if (!fault.isEmpty())

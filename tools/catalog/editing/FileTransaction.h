@@ -52,6 +52,8 @@ public:
      * they do. If they do not, all are as they were, unless the message says otherwise.
      */
     QString save();
+    /** Saves what several transactions want, all of it or nothing, as save() does. */
+    static QString saveAll(const std::vector<FileTransaction*>& transactions);
 
 private:
     LockedFile* find(const QString& path) const;

@@ -112,11 +112,20 @@ LanguageFileEditor::LanguageFileEditor(const QString& filePath)
 
 QString LanguageFileEditor::save()
 {
-    const std::optional<QByteArray> bytes = m_Document.bytes();
-    if (!bytes)
-        return QStringLiteral("%1: cannot be saved: what would be written could not be read again. "
-                              "The file is as it was.")
-            .arg(m_StrFilePath);
-    m_Files.write(m_StrFilePath, *bytes);
-    return m_Files.save();
+    return saveAll({this});
+}
+
+QString LanguageFileEditor::saveAll(const std::vector<LanguageFileEditor*>& editors)
+{
+    std::vector<FileTransaction*> transactions;
+    for (LanguageFileEditor* editor : editors) {
+        const std::optional<QByteArray> bytes = editor->m_Document.bytes();
+        if (!bytes)
+            return QStringLiteral("%1: cannot be saved: what would be written could not be read "
+                                  "again. The file is as it was.")
+                .arg(editor->m_StrFilePath);
+        editor->m_Files.write(editor->m_StrFilePath, *bytes);
+        transactions.push_back(&editor->m_Files);
+    }
+    return FileTransaction::saveAll(transactions);
 }

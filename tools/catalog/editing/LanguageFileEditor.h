@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 /** Why a language file cannot be edited. */
 struct EditFault {
@@ -43,6 +44,8 @@ public:
      * it does. If not, it is as it was, unless the message says otherwise.
      */
     QString save();
+    /** Saves several documents, all of them or none. */
+    static QString saveAll(const std::vector<LanguageFileEditor*>& editors);
 
 private:
     explicit LanguageFileEditor(const QString& filePath);

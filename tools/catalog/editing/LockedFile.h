@@ -29,6 +29,8 @@ public:
     /** Whether the file is as it was read: other programs know nothing of the lock. */
     bool isAsRead() const;
 
+    bool isChanged() const { return wanted && wanted != m_Bytes; }
+
     std::optional<QByteArray> wanted; ///< what is to be saved; nothing: no change
 
 private:
