@@ -10,6 +10,7 @@
 #include "LanguageDefinitions.h"
 
 #include <QDir>
+#include <QJsonDocument>
 
 #include <algorithm>
 
@@ -102,23 +103,26 @@ QString ExchangeFolder::pathOf(const QString& folderPath, const QString& languag
     return path;
 }
 
-LanguageDocument ExchangeFolder::readDocument(const QString& folderPath, const QString& language,
-                                              QString& fault) const
+QJsonObject ExchangeFolder::readDocument(const QString& folderPath, const QString& language,
+                                         QString& fault) const
 {
     const QString path = pathOf(folderPath, language);
     if (path.isEmpty() || !fault.isEmpty())
-        return LanguageDocument();
+        return QJsonObject();
     const FileContent content = readRegularFile(path);
     if (!content.bytes) {
         fault = QStringLiteral("%1: cannot be read: %2.").arg(path, content.error);
-        return LanguageDocument();
+        return QJsonObject();
     }
-    LanguageDocument document(*content.bytes);
-    const QVector<Finding> faults = document.findFaults();
-    if (!document.tree().isSound() || !document.isLoaded())
-        fault = FileFinding{path, faults.first().place.line, faults.first().place.column,
-                            faults.first().reason}
-                    .toString();
+    // As a text manager reads it.
+    QByteArray bytes = *content.bytes;
+    if (bytes.contains('\r'))
+        bytes.replace('\r', QByteArray());
+    const QJsonObject document = QJsonDocument::fromJson(bytes).object();
+    if (!document.contains(LanguageDefinitions::getJsonContentName())) {
+        if (const auto finding = findFault(path, bytes))
+            fault = finding->toString();
+    }
     return document;
 }
 
@@ -136,6 +140,5 @@ ExchangeSide ExchangeFolder::readBase(const QString& folderPath)
 bool ExchangeFolder::isPseudo(const QString& language) const
 {
     QString fault;
-    const LanguageDocument document = readDocument(m_StrFolderPath, language, fault);
-    return document.headerField(PseudoLanguage::headerField()) != JsonTree::none;
+    return PseudoLanguage::isPseudo(readDocument(m_StrFolderPath, language, fault));
 }

@@ -40,8 +40,8 @@ public:
 
 private:
     QString pathOf(const QString& folderPath, const QString& language) const;
-    LanguageDocument readDocument(const QString& folderPath, const QString& language,
-                                  QString& fault) const;
+    QJsonObject readDocument(const QString& folderPath, const QString& language,
+                             QString& fault) const;
     ExchangeSide readBase(const QString& folderPath);
     bool isPseudo(const QString& language) const;
 
