@@ -65,9 +65,10 @@ QString usageOf(const CommandDescription& command)
 
 QString nameOf(const OptionDescription& option)
 {
-    const QString letter =
-        option.letter.isEmpty() ? QString() : QStringLiteral("-%1, ").arg(option.letter);
-    return letter + QStringLiteral("--") + option.name +
+    const QString shortForm = option.shortName.isEmpty()
+                                  ? QString()
+                                  : QLatin1Char('-') + option.shortName + QStringLiteral(", ");
+    return shortForm + QStringLiteral("--") + option.name +
            (option.valueName.isEmpty() ? QString() : QLatin1Char(' ') + option.valueName);
 }
 

@@ -17,6 +17,7 @@ struct Command {
 // The commands, each in a source of its own.
 
 Command allCommand();
+Command checkCommand();
 Command exportCommand();
 Command getCommand();
 Command headerCommand();
@@ -24,6 +25,7 @@ Command importCommand();
 Command languagesCommand();
 Command markCommand();
 Command newCommand();
+Command packCommand();
 Command pickCommand();
 Command pseudoCommand();
 Command removeCommand();

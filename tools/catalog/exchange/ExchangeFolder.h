@@ -34,6 +34,9 @@ public:
      */
     std::optional<ExchangeTexts> read(const QString& language, QString& fault) const;
 
+    /** What the base has at a URL; empty where there is nothing to translate. */
+    QString baseText(const QString& url) const { return m_Base.baseText(url, false); }
+
     const QString& path() const { return m_StrFolderPath; }
     bool hasShortFolder() const { return !m_StrShortFolder.isEmpty(); }
     QString shortFolderPath() const;

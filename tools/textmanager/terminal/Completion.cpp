@@ -54,7 +54,7 @@ const OptionDescription* findOption(const CommandDescription& command, const QSt
     const auto option = std::find_if(
         command.options.cbegin(), command.options.cend(), [&](const OptionDescription& one) {
             return word == QLatin1String("--") + one.name ||
-                   (!one.letter.isEmpty() && word == QLatin1Char('-') + one.letter);
+                   (!one.shortName.isEmpty() && word == QLatin1Char('-') + one.shortName);
         });
     return option == command.options.cend() ? nullptr : &*option;
 }
