@@ -67,12 +67,12 @@ bool packAll(FolderPack& pack)
 {
     const QStringList sources = pack.sources();
     Progress progress(QStringLiteral("packing"));
-    int done = 0;
-    for (const QString& source : sources) {
-        progress.show(done++, sources.size());
-        const QString fault = pack.pack(source);
+    for (int i = 0; i < sources.size(); ++i) {
+        progress.show(i, sources.size());
+        const QString fault = pack.pack(sources.at(i));
         if (fault.isEmpty())
             continue;
+        progress.clear();
         printMessage(fault);
         return false;
     }
@@ -85,19 +85,23 @@ bool isVerified(const PackRequest& request, const FolderPack& pack)
     const SilencedWarnings silenced; // both folders would give them
     const PackVerification verification(request, pack.languages(), pack.packedPath());
     Progress progress(QStringLiteral("verifying"));
-    int done = 0;
-    for (const QString& language : pack.languages()) {
-        progress.show(done++, pack.languages().size());
+    const QStringList languages = pack.languages();
+    for (int i = 0; i < languages.size(); ++i) {
+        const QString& language = languages.at(i);
+        progress.show(i, languages.size());
         const QString difference = verification.findDifference(language);
         if (!difference.isEmpty()) {
+            progress.clear();
             printMessage(difference);
             return false;
         }
         const int lost = request.languages.isEmpty() ? 0 : verification.countLostTexts(language);
-        if (lost > 0)
-            printMessage(QStringLiteral("%1 has %2 texts of languages that are not packed; they "
-                                        "will be empty, or others.")
-                             .arg(language, QString::number(lost)));
+        if (lost == 0)
+            continue;
+        progress.clear();
+        printMessage(QStringLiteral("%1 has %2 texts of languages that are not packed; they "
+                                    "will be empty, or others.")
+                         .arg(language, QString::number(lost)));
     }
     return true;
 }
