@@ -34,17 +34,11 @@ public:
      */
     std::optional<ExchangeTexts> read(const QString& language, QString& fault) const;
 
-    /** What the base has at a URL; empty where there is nothing to translate. */
-    QString baseText(const QString& url) const { return m_Base.baseText(url, false); }
-
     const QString& path() const { return m_StrFolderPath; }
     bool hasShortFolder() const { return !m_StrShortFolder.isEmpty(); }
     QString shortFolderPath() const;
 
 private:
-    QString pathOf(const QString& folderPath, const QString& language) const;
-    QJsonObject readDocument(const QString& folderPath, const QString& language,
-                             QString& fault) const;
     ExchangeSide readBase(const QString& folderPath);
     bool isPseudo(const QString& language) const;
 
@@ -54,6 +48,3 @@ private:
     QString m_StrFault;
     ExchangeTexts m_Base; ///< without a language
 };
-
-/** The keys of all languages in a folder, in the order of their names. */
-QStringList listLanguages(const QString& folderPath);

@@ -54,7 +54,6 @@ QString nameOfState(State state)
     return QStringLiteral("needs-translation");
 }
 
-
 class XliffWriter
 {
 public:

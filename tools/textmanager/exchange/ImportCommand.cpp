@@ -65,9 +65,8 @@ QString findOtherLanguage(const ExchangeFile& file, const ExchangeFolder& folder
 }
 
 /** The imports of all files that can be used; a message says why the others cannot. */
-std::vector<std::unique_ptr<LanguageImport>> openAll(const ExchangeFolder& folder,
-                                                     const QString& baseLanguage,
-                                                     const CommandLine& commandLine)
+std::vector<std::unique_ptr<LanguageImport>>
+openAll(const ExchangeFolder& folder, const QString& baseLanguage, const CommandLine& commandLine)
 {
     const ImportOptions options{commandLine.isSet(staleOption), commandLine.isSet(forceOption)};
     std::vector<std::unique_ptr<LanguageImport>> imports;

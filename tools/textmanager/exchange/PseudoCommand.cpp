@@ -5,6 +5,7 @@
 #include "FileCheck.h"
 #include "LanguageFileEditor.h"
 #include "LanguageFolder.h"
+#include "LanguageReading.h"
 #include "PseudoLanguage.h"
 #include "RegularFile.h"
 

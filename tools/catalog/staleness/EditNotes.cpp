@@ -1,7 +1,10 @@
 #include "EditNotes.h"
 
 #include "CheckSettings.h"
-#include "ExchangeFolder.h"
+#include "LanguageReading.h"
+#include "LanguageTexts.h"
+
+#include "LanguageDefinitions.h"
 
 #include <algorithm>
 
@@ -53,10 +56,12 @@ void noteEdit(const QString& folderPath, const QString& language, const QJsonObj
             noteEditOfBase(language, textsBefore, textsAfter, record);
         return;
     }
-    const ExchangeFolder folder(folderPath, QString(), base);
-    fault = folder.fault();
+    const LanguageTexts baseTexts(readLanguage(folderPath, base, fault));
+    const LanguageTexts fallbackTexts(
+        readLanguage(folderPath, LanguageDefinitions::getSecondFallbackLanguageFilename(), fault));
     for (const LanguageTexts::Entry& entry : textsAfter.entries()) {
-        const QString baseText = folder.baseText(entry.url);
+        const QString ofBase = baseTexts.text(entry.url);
+        const QString baseText = ofBase.isEmpty() ? fallbackTexts.text(entry.url) : ofBase;
         if (entry.text != textsBefore.text(entry.url) && !baseText.isEmpty())
             record.noteText(entry.url, language, baseText);
     }
