@@ -1,6 +1,7 @@
 #include "LanguageImport.h"
 
 #include "BaseTextRecordFile.h"
+#include "LanguageReading.h"
 #include "TextNodes.h"
 
 #include "LanguageDefinitions.h"

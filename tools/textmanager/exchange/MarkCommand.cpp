@@ -74,7 +74,7 @@ ExitStatus runMark(const CommandLine& commandLine)
     BaseTextRecord& record = file.record();
     const ExchangeFolder folder(folderPath, QString(),
                                 record.isBegun() ? record.baseLanguage()
-                                                 : commandLine.value(baseOption().name));
+                                                 : settingsOf(commandLine, folderPath).base);
     QString fault = file.fault().isEmpty() ? folder.fault() : file.fault();
     const auto texts = fault.isEmpty() ? folder.read(arguments.at(1), fault) : std::nullopt;
     if (!texts) {

@@ -4,6 +4,7 @@
 #include "ExchangeOptions.h"
 #include "FileCheck.h"
 #include "Folders.h"
+#include "LanguageReading.h"
 #include "PseudoLanguage.h"
 #include "RegularFile.h"
 
@@ -58,10 +59,9 @@ struct Made {
 };
 
 /** Makes the language in one folder, not saved yet; no editor, after a message, when it cannot. */
-Made makeIn(const QString& folderPath, const CommandLine& commandLine)
+Made makeIn(const QString& folderPath, const QString& base, const CommandLine& commandLine)
 {
     const QString language = commandLine.value(outputOption);
-    const QString base = commandLine.value(baseOption().name);
     const QMap<QString, QJsonObject> documents = readDocuments(folderPath);
     if (documents.value(base).isEmpty()) {
         printMessage(QStringLiteral("there is no base language '%1' in %2. Name it with --base.")
@@ -97,12 +97,13 @@ ExitStatus runPseudo(const CommandLine& commandLine)
     const QString folderPath = commandLine.arguments().constFirst();
     if (!checkFolder(folderPath))
         return UnusableInput;
+    const CheckSettings settings = settingsOf(commandLine, folderPath);
     QStringList folders = {folderPath};
-    if (commandLine.isSet(shortFolderOption().name))
-        folders.append(QDir(folderPath).filePath(commandLine.value(shortFolderOption().name)));
+    if (!settings.shortFolder.isEmpty())
+        folders.append(QDir(folderPath).filePath(settings.shortFolder));
     std::vector<Made> all;
     for (const QString& folder : qAsConst(folders)) {
-        all.push_back(makeIn(folder, commandLine));
+        all.push_back(makeIn(folder, settings.base, commandLine));
         if (all.back().editor == nullptr)
             return UnusableInput;
     }
