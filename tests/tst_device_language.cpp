@@ -535,7 +535,24 @@ void DeviceLanguageTest::watches()
     QCOMPARE(nextAnswer(watch), "de_DE: de_DE");
     DeviceService::setLanguage("Languages/ja_JP");
     QCOMPARE(nextAnswer(watch), "ja_JP: ja_JP");
+    m_Files.write("next", R"({"Content": {"A": {"text": "new"}}})");
+    m_Files.remove("ja_JP");
+    QVERIFY(QFile::rename(m_Files.file("next"), m_Files.file("ja_JP")));
+    QCOMPARE(nextAnswer(watch), "ja_JP: new");
+    m_Files.write("ja_JP", R"({"Content": {"A": {"text": "newer"}}})");
+    QCOMPARE(nextAnswer(watch), "ja_JP: newer");
     QVERIFY(endsAtOnce(watch));
+    QVERIFY(watch.readAllStandardError().contains("the language is ja_JP."));
+    QCOMPARE(ToolRun({"watch", m_Files.path(), "A", "A", "--once"}).output(),
+             "A\tnewer\nA\tnewer\n");
+
+    startWatch(watch, m_Files.path(), qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
+    QCOMPARE(nextAnswer(watch), "ja_JP: newer");
+    QCOMPARE(device.end(SIGINT), 0);
+    QByteArray messages;
+    QTRY_VERIFY((messages += watch.readAllStandardError()).contains("has gone"));
+    watch.closeReadChannel(QProcess::StandardOutput); // as whoever reads it when it ends
+    QVERIFY(watch.waitForFinished(10'000));
 }
 
 QTEST_GUILESS_MAIN(DeviceLanguageTest)

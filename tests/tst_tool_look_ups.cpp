@@ -31,6 +31,8 @@ class ToolLookUpsTest : public QObject
 private Q_SLOTS:
     void answers_data();
     void answers();
+    void fitsIntoAShell_data();
+    void fitsIntoAShell();
     void translatesEachLineAtOnce();
 };
 
@@ -43,7 +45,8 @@ void ToolLookUpsTest::answers_data()
         get DIR Menu --comment --language de_DE                   | 0    | Titel\n            |
         get DIR Menu --short --short-folder short --language de_DE | 0   | M\n                |
         get DIR Menu/Save --short --short-folder short --language de_DE | 0 | Save\n          | no short text in de_DE, the full text of en_US answers
-        get DIR Menu/Svae Menu                                    | 1    | Menu\n             | Menu/Svae: no text (en_US: not in its file, POSIX: not loaded). Did you mean Menu/Save?
+        get DIR Menu/Svae Menu                                    | 1    | \nMenu\n           | Menu/Svae: no text (en_US: not in its file, POSIX: not loaded). Did you mean Menu/Save?
+        get DIR Menu --language de_de                             | 0    | Menu\n             | language 'de_de' is not loaded. Did you mean de_DE?\n
         get DIR save --language de_DE                             | 1    |                    | Did you mean Menu/Save?
         get DIR Menu/Number                                       | 1    |                    | en_US: empty or no string
         get DIR Nothing/like/this                                 | 1    |                    | POSIX: not loaded).\n
@@ -105,6 +108,30 @@ void ToolLookUpsTest::answers()
                       files.path() + "elsewhere");
     QCOMPARE(run.output(), files.fill(cell("output")));
     QVERIFY2(run.says(files.fill(cell("message"))), qPrintable(run.messages()));
+    QCOMPARE(QString::number(run.exitStatus()), cell("exit"));
+}
+
+void ToolLookUpsTest::fitsIntoAShell_data()
+{
+    addTable(R"(
+        line                                                      | exit | output             | message
+        script -qec "TOOL get DIR Red" /dev/null                  | 0    | \u001b[31m\u009b\r\n |
+        script -qec "TOOL get DIR Red --format json" /dev/null    | 0    | {"answers":[{"found":true,"language":"en_US","text":"\u001b[31m\u009b","url":"Red"}]}\r\n |
+        TOOL get DIR Red >DIR/out; od -An -tx1 DIR/out            | 0    |  1b 5b 33 31 6d c2 9b 0a\n |
+        TOOL get DIR Red >/dev/full                               | 2    |                    | cannot write the result: No space left on device
+        TOOL set DIR en_US Red --text t >/dev/full                | 0    |                    | en_US.json: is saved, but what was changed could not be printed: No space
+        TOOL get DIR "`printf 'R\377d'`"                        |
+             2 | | the argument 'R\xffd' is not encoded in UTF - 8) ");
+}
+
+void ToolLookUpsTest::fitsIntoAShell()
+{
+    const LanguageFiles files;
+    files.write("en_US", R"({"Content": {"Red": {"text": "\u001b[31m\u009b", "comment": ""}}})");
+    const QString line = files.fill(cell("line")).replace("TOOL", TEXTMANAGER_PROGRAM);
+    const ToolRun run({"-c", line}, {}, {}, "sh");
+    QCOMPARE(run.output(), cell("output"));
+    QVERIFY2(run.says(cell("message")), qPrintable(run.messages()));
     QCOMPARE(QString::number(run.exitStatus()), cell("exit"));
 }
 

@@ -92,22 +92,22 @@ Attempt currentAttempt()
 class SilentServices
 {
 public:
-    bool contains(const QString& address)
+    bool contains(const QString& service)
     {
         const QMutexLocker locker(&m_Mutex);
-        const auto question = m_Questions.constFind(address);
+        const auto question = m_Questions.constFind(service);
         return question != m_Questions.constEnd() && !question->isFinished();
     }
 
-    void insert(const QString& address, const QDBusPendingCall& question)
+    void insert(const QString& service, const QDBusPendingCall& question)
     {
         const QMutexLocker locker(&m_Mutex);
-        m_Questions.insert(address, question);
+        m_Questions.insert(service, question);
     }
 
 private:
     QMutex m_Mutex;
-    QHash<QString, QDBusPendingCall> m_Questions; ///< by service and path
+    QHash<QString, QDBusPendingCall> m_Questions; ///< by service
 };
 
 bool isTimeOut(const QDBusError& error)
@@ -238,19 +238,19 @@ QDBusMessage call(const QString& moduleName, const QString& objectName, const QS
                   const QStringList& arguments)
 {
     static SilentServices silentServices;
-    const QString address = serviceName(moduleName) + objectPath(objectName);
-    if (silentServices.contains(address))
+    const QString service = serviceName(moduleName);
+    if (silentServices.contains(service))
         return QDBusMessage::createError(
             QDBusError::NoReply,
             QStringLiteral("%1 did not answer before and is not waited for again until it does")
-                .arg(serviceName(moduleName)));
+                .arg(service));
 
     const QDBusConnection bus = connection();
     const QDBusMessage answer = bus.call(question(moduleName, objectName, method, arguments),
                                          QDBus::Block, static_cast<int>(limit.count()));
     // A connection that broke leaves its questions unanswered, too.
     if (isTimeOut(answer) && bus.isConnected())
-        silentServices.insert(address, bus.asyncCall(anyQuestion(moduleName, objectName),
+        silentServices.insert(service, bus.asyncCall(anyQuestion(moduleName, objectName),
                                                      std::numeric_limits<int>::max()));
     return answer;
 }

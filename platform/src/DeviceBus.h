@@ -50,8 +50,8 @@ QDBusMessage anyQuestion(const QString& moduleName, const QString& objectName);
 /**
  * Calls a method of the configuration interface and waits for the answer, within the limit.
  *
- * A service that once did not answer in time is not waited for again: calls to this object of it
- * fail at once until it has answered a question that stays with it meanwhile.
+ * A service that once did not answer in time is not waited for again: calls to it fail at once
+ * until it has answered a question that stays with it meanwhile.
  *
  * @return the reply, or an error, the bus's own ones among them.
  */

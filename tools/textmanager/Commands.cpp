@@ -24,8 +24,9 @@ void addCommonOptions(QVector<OptionDescription>& options)
 QVector<Command> commands()
 {
     QVector<Command> commands = {
-        allCommand(),       checkCommand(), getCommand(),    headerCommand(), languagesCommand(),
-        newCommand(),       pickCommand(),  removeCommand(), setCommand(),    setHeaderCommand(),
+        allCommand(),       checkCommand(), getCommand(),       headerCommand(),
+        languagesCommand(), newCommand(),   packCommand(),      pickCommand(),
+        removeCommand(),    setCommand(),   setHeaderCommand(),
 #ifdef TEXTMANAGER_HAS_REFERENCE_PLATFORM
         translateCommand(),
 #endif

@@ -22,6 +22,7 @@ Command getCommand();
 Command headerCommand();
 Command languagesCommand();
 Command newCommand();
+Command packCommand();
 Command pickCommand();
 Command removeCommand();
 Command setCommand();

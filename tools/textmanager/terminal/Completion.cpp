@@ -52,8 +52,10 @@ QStringList candidatesFor(QString valueName, QString folderPath)
 const OptionDescription* findOption(const CommandDescription& command, const QString& word)
 {
     const auto option = std::find_if(
-        command.options.cbegin(), command.options.cend(),
-        [&](const OptionDescription& one) { return word == QLatin1String("--") + one.name; });
+        command.options.cbegin(), command.options.cend(), [&](const OptionDescription& one) {
+            return word == QLatin1String("--") + one.name ||
+                   (!one.shortName.isEmpty() && word == QLatin1Char('-') + one.shortName);
+        });
     return option == command.options.cend() ? nullptr : &*option;
 }
 
