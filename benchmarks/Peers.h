@@ -88,6 +88,9 @@ public:
         return texts == m_Languages.constEnd() ? QString() : texts->value(url);
     }
 
+    /** Looks, under the lock, for what changed since, as a reload has to do at the least. */
+    void lookForChanges(const TextFolder& folder) const;
+
 private:
     Languages m_Languages;
     mutable QMutex m_Mutex{QMutex::Recursive};

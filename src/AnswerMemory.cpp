@@ -21,7 +21,7 @@ QString ownCopy(const QString& text)
 XXH64_hash_t hashOf(const QString& text, XXH64_hash_t seed)
 {
     const std::size_t byteCount = static_cast<std::size_t>(text.size()) * sizeof(QChar);
-    return XXH3_64bits_withSeed(text.constData(), byteCount, seed);
+    return XXH64(text.constData(), byteCount, seed);
 }
 
 } // namespace

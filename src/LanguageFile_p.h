@@ -1,6 +1,6 @@
 #pragma once
 
-#include "RegularFile_p.h"
+#include "FileStamp_p.h"
 
 #include <QByteArray>
 #include <QJsonObject>

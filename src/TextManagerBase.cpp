@@ -4,15 +4,13 @@
 #include "LanguageDefinitions.h"
 #include "LanguageInformation.h"
 #include "LanguageInformation_p.h"
+#include "RegularFile_p.h"
 #include "TextManagerMemory_p.h"
 
 #include "PropertyManagerConst.h"
 
 #include <QDebug>
-#include <QDir>
-#include <QFileInfo>
 #include <QMutexLocker>
-#include <QSet>
 
 #include <algorithm>
 
@@ -69,25 +67,14 @@ void TextManagerBase::loadLanguages()
 void TextManagerBase::addLanguage(const QString& folderPath,
                                   QMap<QString, QJsonObject>& languageMap)
 {
-    // No dot between the star and the extension: every name that ends in the extension's text.
-    const QStringList nameFilters = {QLatin1Char('*') +
-                                     PropertyManagerConst::getLanguageFileExtension()};
-    // The path is given to the constructor: QDir::setPath() would make nothing of an empty one,
-    // which stands for the current directory here.
-    const QDir folder(folderPath);
-    const QFileInfoList entries = folder.entryInfoList(nameFilters, QDir::NoFilter, QDir::NoSort);
     // What goes into a caller's own map is not remembered: its documents are the caller's to free.
     const bool isOwnMap = &languageMap == &m_LanguageMap || &languageMap == &m_ShortLanguageMap;
-    QSet<QString> filePaths;
-    for (const QFileInfo& entry : entries) {
-        const QString filePath = entry.filePath();
-        filePaths.insert(filePath);
+    const auto fileNames = m_Memory->listFiles(folderPath, isOwnMap);
+    for (const auto& [filePath, languageKey] : fileNames) {
         const std::optional<QJsonObject> document = readFile(folderPath, filePath, isOwnMap);
         if (isLanguageFile(document, filePath))
-            languageMap.insert(entry.baseName(), *document);
+            languageMap.insert(languageKey, *document);
     }
-    if (isOwnMap)
-        m_Memory->keepOnlyFiles(folderPath, filePaths);
 }
 
 bool TextManagerBase::loadAndParseFromJson(const QString& filePath, QJsonObject& languageObject)

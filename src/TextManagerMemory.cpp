@@ -1,14 +1,54 @@
 #include "TextManagerMemory_p.h"
 
 #include "LanguageDefinitions.h"
+#include "RegularFile_p.h"
 
-#include <iterator>
+#include "PropertyManagerConst.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStringList>
+
 #include <utility>
+
+namespace
+{
+
+QVector<TextManagerMemory::FileName> listFolder(const QString& path)
+{
+    // No dot between the star and the extension: every name that ends in the extension's text.
+    const QStringList nameFilters = {QLatin1Char('*') +
+                                     PropertyManagerConst::getLanguageFileExtension()};
+    // The path is given to the constructor: QDir::setPath() would make nothing of an empty one,
+    // which stands for the current directory here.
+    const QDir folder(path);
+    const QFileInfoList entries = folder.entryInfoList(nameFilters, QDir::NoFilter, QDir::NoSort);
+    QVector<TextManagerMemory::FileName> fileNames;
+    for (const QFileInfo& entry : entries)
+        fileNames.append({entry.filePath(), entry.baseName()});
+    return fileNames;
+}
+
+} // namespace
+
+QVector<TextManagerMemory::FileName> TextManagerMemory::listFiles(const QString& folderPath,
+                                                                  bool isRemembered)
+{
+    const QString path = folderPath.isEmpty() ? QStringLiteral(".") : folderPath;
+    const Folder known = m_Folders.value(folderPath);
+    if (known.stamp && known.stamp == FileStamp::ofPath(path))
+        return known.fileNames;
+    const std::optional<FileStamp> stamp = FileStamp::lastingOfPath(path);
+    const QVector<FileName> fileNames = listFolder(folderPath);
+    if (isRemembered)
+        remember(folderPath, stamp, fileNames);
+    return fileNames;
+}
 
 std::optional<QJsonObject> TextManagerMemory::readFile(const QString& folderPath,
                                                        const QString& filePath, bool isRemembered)
 {
-    const LanguageFile known = m_Folders.value(folderPath).value(filePath);
+    const LanguageFile known = m_Folders.value(folderPath).files.value(filePath);
     if (known.stamp && known.stamp == FileStamp::ofPath(filePath))
         return known.document;
 
@@ -21,24 +61,32 @@ std::optional<QJsonObject> TextManagerMemory::readFile(const QString& folderPath
         read.document = parseUnlessKnown(bytes, read.digest);
     }
     if (isRemembered)
-        m_Folders[folderPath].insert(filePath, read);
+        m_Folders[folderPath].files.insert(filePath, read);
     return read.document;
 }
 
-void TextManagerMemory::keepOnlyFiles(const QString& folderPath, const QSet<QString>& filePaths)
+void TextManagerMemory::remember(const QString& folderPath, const std::optional<FileStamp>& stamp,
+                                 const QVector<FileName>& fileNames)
 {
-    Files& files = m_Folders[folderPath];
-    for (auto file = files.begin(); file != files.end();)
-        file = filePaths.contains(file.key()) ? std::next(file) : files.erase(file);
-    if (files.isEmpty())
+    if (fileNames.isEmpty()) {
         m_Folders.remove(folderPath);
+        return;
+    }
+    Folder& folder = m_Folders[folderPath];
+    QHash<QString, LanguageFile> files;
+    for (const FileName& name : fileNames) {
+        const auto file = folder.files.constFind(name.path);
+        if (file != folder.files.constEnd())
+            files.insert(name.path, *file);
+    }
+    folder = {stamp, fileNames, files};
 }
 
 std::optional<QJsonObject> TextManagerMemory::parseUnlessKnown(const QByteArray& bytes,
                                                                const LanguageFile::Digest& digest)
 {
-    for (const Files& files : std::as_const(m_Folders)) {
-        for (const LanguageFile& file : files) {
+    for (const Folder& folder : std::as_const(m_Folders)) {
+        for (const LanguageFile& file : folder.files) {
             if (file.digest == digest)
                 return file.document;
         }

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "AnswerMemory_p.h"
+#include "FileStamp_p.h"
 #include "LanguageFile_p.h"
 
 #include <QHash>
 #include <QJsonObject>
-#include <QSet>
 #include <QString>
+#include <QVector>
 
 #include <optional>
 
@@ -14,6 +15,19 @@
 class TextManagerMemory
 {
 public:
+    struct FileName {
+        QString path;
+        QString languageKey;
+    };
+
+    /**
+     * The language files of a folder, in the order in which they are loaded. The folder is not
+     * listed again when it is proved unchanged.
+     *
+     * @param isRemembered whether the folder is remembered from now on, without files that have
+     * vanished.
+     */
+    QVector<FileName> listFiles(const QString& folderPath, bool isRemembered);
     /**
      * Reads a language file of a folder: not even opened when it is proved unchanged, parsed only
      * when no file that is remembered has the same bytes.
@@ -23,18 +37,22 @@ public:
      */
     std::optional<QJsonObject> readFile(const QString& folderPath, const QString& filePath,
                                         bool isRemembered);
-    /** Forgets the other files of the folder: they have vanished. */
-    void keepOnlyFiles(const QString& folderPath, const QSet<QString>& filePaths);
 
     AnswerMemory texts;
     AnswerMemory shortTexts;
 
 private:
-    using Files = QHash<QString, LanguageFile>;
+    struct Folder {
+        std::optional<FileStamp> stamp; ///< unchanged with it; without it only a new list can tell
+        QVector<FileName> fileNames;
+        QHash<QString, LanguageFile> files; ///< by path
+    };
 
+    void remember(const QString& folderPath, const std::optional<FileStamp>& stamp,
+                  const QVector<FileName>& fileNames);
     std::optional<QJsonObject> parseUnlessKnown(const QByteArray& bytes,
                                                 const LanguageFile::Digest& digest);
     void forgetAnswers();
 
-    QHash<QString, Files> m_Folders; ///< files by path, by the folder that they were found in
+    QHash<QString, Folder> m_Folders; ///< by path
 };

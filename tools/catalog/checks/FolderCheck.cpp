@@ -71,7 +71,7 @@ std::vector<FileResult> checkFiles(const CheckContext& context, const CheckProgr
         while (next < files.size() && !context.settings.isWanted(files[next].language))
             ++next;
         if (next < files.size() && progress)
-            progress(files[next].file);
+            progress();
         return next < files.size() ? next++ : next;
     };
     const auto work = [&] {

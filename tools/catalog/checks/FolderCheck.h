@@ -30,8 +30,8 @@ struct CheckResult {
     bool isFailed(const CheckSettings& settings) const;
 };
 
-/** Told each file as its check begins, by one thread at a time. */
-using CheckProgress = std::function<void(const QString& file)>;
+/** Called as the check of each file begins, by one thread at a time. */
+using CheckProgress = std::function<void()>;
 
 /**
  * Checks a folder of language files against its base language.

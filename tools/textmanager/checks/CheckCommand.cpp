@@ -101,8 +101,10 @@ void printReport(const CommandLine& commandLine, const CheckResult& result,
 
 CheckResult checkAll(const LanguageCatalog& catalog, const CheckSettings& settings)
 {
-    Progress progress(QStringLiteral("checking"), static_cast<int>(catalog.files().size()));
-    return checkFolder(catalog, settings, [&](const QString& file) { progress.step(file); });
+    Progress progress(QStringLiteral("checking"));
+    int begun = 0;
+    const int all = static_cast<int>(catalog.files().size());
+    return checkFolder(catalog, settings, [&] { progress.show(begun++, all); });
 }
 
 ExitStatus checkFolders(const CommandLine& commandLine, const QString& folder,
@@ -203,7 +205,7 @@ Command checkCommand()
           {htmlOption, QStringLiteral("FILE"),
            QStringLiteral("Write a page for a browser as well, which needs no other file.")},
           formatOption({QStringLiteral("text"), QStringLiteral("json"), QStringLiteral("sarif")})},
-         QStringLiteral("textmanager check languages --short-folder short --fail-on warning "
+         QStringLiteral("textmanager check languages --short-folder short "
                         "--ignore 'same-as-base:Units/**' --html findings.html")},
         runCheck};
 }
