@@ -1,6 +1,11 @@
 #include "Peers.h"
 
+#include <benchmark/benchmark.h>
+
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <clocale>
 
@@ -30,7 +35,17 @@ IcuPeer::~IcuPeer()
     ures_close(m_Bundle);
 }
 
-HashPeer::HashPeer(const QHash<QString, QString>& texts)
-    : m_Texts(texts)
+HashPeer::HashPeer(const Languages& languages)
+    : m_Languages(languages)
 {
+}
+
+void HashPeer::lookForChanges(const TextFolder& folder) const
+{
+    const QMutexLocker locker(&m_Mutex);
+    for (const QString& path :
+         {folder.languages(), folder.languages() + TextFolder::shortFolder()}) {
+        for (const QFileInfo& file : QDir(path).entryInfoList(QDir::Files))
+            benchmark::DoNotOptimize(file.lastModified());
+    }
 }

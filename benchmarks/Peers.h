@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QMap>
 #include <QMutex>
 #include <QMutexLocker>
 #include <QString>
@@ -69,19 +70,28 @@ private:
     UResourceBundle* m_Bundle;
 };
 
-/** The practical limit: nothing but one hash, and the lock that makes it safe to replace. */
+/**
+ * The practical limit: nothing but a hash for each language, and the lock that makes it safe to
+ * replace one.
+ */
 class HashPeer
 {
 public:
-    explicit HashPeer(const QHash<QString, QString>& texts);
+    using Languages = QMap<QString, QHash<QString, QString>>;
 
-    QString text(const QString& url) const
+    explicit HashPeer(const Languages& languages);
+
+    QString text(const QString& url, const QString& languageKey) const
     {
         const QMutexLocker locker(&m_Mutex);
-        return m_Texts.value(url);
+        const auto texts = m_Languages.constFind(languageKey);
+        return texts == m_Languages.constEnd() ? QString() : texts->value(url);
     }
 
+    /** Looks, under the lock, for what changed since, as a reload has to do at the least. */
+    void lookForChanges(const TextFolder& folder) const;
+
 private:
-    QHash<QString, QString> m_Texts;
+    Languages m_Languages;
     mutable QMutex m_Mutex{QMutex::Recursive};
 };

@@ -15,11 +15,12 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <deque>
 #include <functional>
 #include <future>
 #include <numeric>
+#include <optional>
 #include <random>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -112,10 +113,23 @@ private:
     QVector<QJsonObject> m_Documents;
 };
 
+HashPeer::Languages toHashes(const TextFolder& folder)
+{
+    HashPeer::Languages languages;
+    for (const QString& language : TextFolder::languageKeys()) {
+        const PlainWalk walk(folder, {language});
+        QHash<QString, QString>& texts = languages[copyOf(language)];
+        for (const QString& url : folder.urls())
+            texts.insert(copyOf(url), walk.text(url));
+    }
+    return languages;
+}
+
 /** All that is measured, and the keys to measure it with. */
 struct LookUps {
-    explicit LookUps(const TextFolder& folder)
-        : urls(toKeys(folder.urls()))
+    explicit LookUps(const TextFolder& textFolder)
+        : folder(textFolder)
+        , urls(toKeys(folder.urls()))
         , urlsShownInFull(toKeys(folder.urlsShownInFull()))
         , missingUrls(misspelt(folder.urls(), 1))
         , manyMissingUrls(misspelt(folder.urls(), 10))
@@ -130,16 +144,13 @@ struct LookUps {
         , translator(folder)
         , gettext(folder)
         , icu(folder)
+        , hashes(toHashes(folder))
     {
-        for (const QString& language : TextFolder::languageKeys()) {
+        for (const QString& language : TextFolder::languageKeys())
             walks.append(PlainWalk(folder, {language}));
-            QHash<QString, QString> hash;
-            for (const QString& url : folder.urls())
-                hash.insert(copyOf(url), walks.last().text(url));
-            hashes.emplace_back(hash);
-        }
     }
 
+    const TextFolder folder;
     const Keys<QString> urls;
     const Keys<QString> urlsShownInFull;
     const Keys<QString> missingUrls;
@@ -149,13 +160,13 @@ struct LookUps {
     const PlainWalk walk;
     QVector<PlainWalk> walks; ///< one in each language alone
 
-    const TextManagerBase texts;
+    mutable TextManagerBase texts;      ///< reloaded meanwhile, of files that do not change
     const TextManagerBase crowdedTexts; ///< for more missing texts than are remembered
     const TextManagerBase incompleteTexts;
     const TranslatorPeer translator;
     const GettextPeer gettext;
     const IcuPeer icu;
-    std::deque<HashPeer> hashes; ///< one for each language
+    const HashPeer hashes;
 };
 
 /** Whether @p answer answers every key as expected; what it remembers is remembered afterwards. */
@@ -214,19 +225,32 @@ bool add(const char* name, const Keys<Key>& keys, const Keys<QString>& expected,
     return true;
 }
 
-/** Looks the keys up until it is over. @return how many. */
-template<typename Answer>
+/** Looks the keys up until it is over, and uses each answer. @return how many. */
+template<typename Answer, typename Use>
 int64_t lookUpUntil(const std::atomic<bool>& isOver, const Keys<QString>& keys, std::size_t first,
-                    Answer answer)
+                    Answer answer, Use use)
 {
     constexpr int lookUpsAtATime = 100;
     Round round(keys, first);
     int64_t count = 0;
     for (; !isOver; count += lookUpsAtATime) {
         for (int i = 0; i < lookUpsAtATime; ++i)
-            benchmark::DoNotOptimize(answer(round.next()));
+            use(answer(round.next()));
     }
     return count;
+}
+
+void ignore(const QString& text)
+{
+    benchmark::DoNotOptimize(text);
+}
+
+/** What a translator of JSON data does with a text: half a microsecond of work. */
+void writeIntoObject(const QString& text)
+{
+    QJsonObject object;
+    object.insert(QStringLiteral("label"), text);
+    benchmark::DoNotOptimize(object);
 }
 
 using Clock = std::chrono::steady_clock;
@@ -236,55 +260,83 @@ double secondsSince(Clock::time_point start)
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/**
- * Look-ups in one thread, and in two at once: for a while, and counting what all of them look up in
- * it, however they share it.
- */
+/** Threads that look up all the time, as long as this lives. */
+class BusyThreads
+{
+public:
+    template<typename Answer, typename Use>
+    BusyThreads(std::size_t count, const Keys<QString>& keys, Answer answer, Use use)
+    {
+        for (std::size_t i = 0; i < count; ++i)
+            m_Counts.push_back(std::async(std::launch::async, lookUpUntil<Answer, Use>,
+                                          std::cref(m_IsOver), std::cref(keys),
+                                          i * keys.size() / count, answer, use));
+    }
+    ~BusyThreads() { m_IsOver = true; }
+    BusyThreads(const BusyThreads&) = delete;
+    BusyThreads& operator=(const BusyThreads&) = delete;
+
+    /** Ends them. @return how many texts they looked up. */
+    int64_t end()
+    {
+        m_IsOver = true;
+        return std::accumulate(m_Counts.begin(), m_Counts.end(), int64_t(0),
+                               [](int64_t sum, auto& count) { return sum + count.get(); });
+    }
+
+private:
+    std::atomic<bool> m_IsOver = false;
+    std::vector<std::future<int64_t>> m_Counts; ///< each waits for its thread when it goes
+};
+
+/** Several threads that translate at once, for a while; all that they look up in it is counted. */
 template<typename Answer>
-void addThreads(const char* name, const Keys<QString>& keys, Answer answer)
+void addTranslation(const char* name, const Keys<QString>& keys, Answer answer)
 {
     const auto lookUp = [&keys, answer](benchmark::State& state) {
-        const auto threads = static_cast<std::size_t>(state.range());
         int64_t count = 0;
         for (auto _ : state) {
-            std::atomic<bool> isOver = false;
             const auto start = Clock::now();
-            std::vector<std::future<int64_t>> counts;
-            for (std::size_t i = 0; i < threads; ++i)
-                counts.push_back(std::async(std::launch::async, lookUpUntil<Answer>,
-                                            std::cref(isOver), std::cref(keys),
-                                            i * keys.size() / threads, answer));
-            std::this_thread::sleep_for(std::chrono::milliseconds(500));
-            isOver = true;
+            BusyThreads threads(static_cast<std::size_t>(state.range()), keys, answer,
+                                writeIntoObject);
+            std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            count += threads.end();
             state.SetIterationTime(secondsSince(start));
-            for (auto& each : counts)
-                count += each.get();
         }
         state.SetItemsProcessed(count);
     };
-    benchmark::RegisterBenchmark(name, lookUp)->Arg(1)->Arg(2)->UseManualTime();
+    benchmark::RegisterBenchmark(name, lookUp)->Arg(1)->Arg(2)->Arg(4)->UseManualTime();
 }
 
-/** A screen of two hundred texts now and then, beside a thread that looks up all the time. */
-template<typename Answer>
-void addScreen(const char* name, const Keys<QString>& keys, Answer answer)
+/** Something that is done now and then, beside threads that look up all the time. */
+template<typename Answer, typename Act>
+void addBeside(const char* name, std::size_t threadCount, const Keys<QString>& keys, Answer answer,
+               Act act)
 {
-    const auto lookUp = [&keys, answer](benchmark::State& state) {
-        constexpr int textsOfAScreen = 200;
-        std::atomic<bool> isOver = false;
-        const auto beside = std::async(std::launch::async, lookUpUntil<Answer>, std::cref(isOver),
-                                       std::cref(keys), keys.size() / 2, answer);
-        Round round(keys);
+    const auto measure = [&keys, threadCount, answer, act](benchmark::State& state) mutable {
+        const BusyThreads threads(threadCount, keys, answer, ignore);
         for (auto _ : state) {
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
             const auto start = Clock::now();
-            for (int i = 0; i < textsOfAScreen; ++i)
-                benchmark::DoNotOptimize(answer(round.next()));
+            act();
             state.SetIterationTime(secondsSince(start));
         }
-        isOver = true;
     };
-    benchmark::RegisterBenchmark(name, lookUp)->Iterations(100)->UseManualTime();
+    benchmark::RegisterBenchmark(name, measure)->Iterations(100)->UseManualTime();
+}
+
+/** What a text manager, or a peer, is asked for in several threads. */
+template<typename Answer, typename Reload>
+void addThreads(const std::string& name, const Keys<QString>& keys, Answer answer, Reload reload)
+{
+    addTranslation((name + "/translating").c_str(), keys, answer);
+    const auto showScreen = [round = Round(keys), answer]() mutable {
+        constexpr int textsOfAScreen = 200;
+        for (int i = 0; i < textsOfAScreen; ++i)
+            benchmark::DoNotOptimize(answer(round.next()));
+    };
+    addBeside((name + "/screen").c_str(), 1, keys, answer, showScreen);
+    addBeside((name + "/reload").c_str(), 2, keys, answer, reload);
 }
 
 bool addLibrary(const LookUps& lookUps)
@@ -308,8 +360,7 @@ bool addLibrary(const LookUps& lookUps)
         return texts.getShortText(url, QString());
     };
     const auto walk = [&](const QString& url) { return lookUps.walk.text(url); };
-    addThreads("getText/threads", lookUps.urls, getText);
-    addScreen("getText/screen", lookUps.urls, getText);
+    addThreads("getText", lookUps.urls, getText, [&] { lookUps.texts.reloadLanguage(); });
     return add("getText", lookUps.urls, direct, getText) &&
            add("getText/fallback", lookUps.urlsShownInFull, english, getFallbackText) &&
            add("getText/missing", lookUps.missingUrls, nothing, getText) &&
@@ -320,16 +371,16 @@ bool addLibrary(const LookUps& lookUps)
            add("walk/many_missing", lookUps.manyMissingUrls, nothing, walk);
 }
 
-/** The first look-up of each text: an unchanged folder loaded again has all answers forgotten. */
+/** The first look-up of each text. */
 void lookUpFirst(benchmark::State& state, const TextFolder& folder, const Keys<QString>& urls)
 {
-    TextManagerBase texts(folder.languages(), TextFolder::language(), TextFolder::shortFolder());
+    std::optional<TextManagerBase> texts;
     for (auto _ : state) {
         state.PauseTiming();
-        texts.reloadLanguage();
+        texts.emplace(folder.languages(), TextFolder::language(), TextFolder::shortFolder());
         state.ResumeTiming();
         for (const QString& url : urls)
-            benchmark::DoNotOptimize(texts.getText(url, QString()));
+            benchmark::DoNotOptimize(texts->getText(url, QString()));
     }
     state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(urls.size()));
 }
@@ -340,9 +391,10 @@ bool addPeers(const LookUps& lookUps)
     const auto translate = [&](const QByteArray& id) { return lookUps.translator.text(id); };
     const auto dgettext = [&](const QByteArray& id) { return lookUps.gettext.text(id); };
     const auto icu = [&](const QByteArray& id) { return lookUps.icu.text(id); };
-    const auto hash = [&](const QString& url) { return lookUps.hashes[0].text(url); };
-    addThreads("QHash/threads", lookUps.urls, hash);
-    addScreen("QHash/screen", lookUps.urls, hash);
+    const auto hash = [&lookUps, language = copyOf(TextFolder::language())](const QString& url) {
+        return lookUps.hashes.text(url, language);
+    };
+    addThreads("QHash", lookUps.urls, hash, [&] { lookUps.hashes.lookForChanges(lookUps.folder); });
     return add("QTranslator", lookUps.ids, expected, translate) &&
            add("dgettext", lookUps.ids, expected, dgettext) &&
            add("ICU", lookUps.ids, expected, icu) && add("QHash", lookUps.urls, expected, hash);
@@ -361,8 +413,8 @@ bool addLanguages(const LookUps& lookUps)
     const auto getText = [&lookUps, keys, languageOf](const QString& url) {
         return lookUps.texts.getText(url, keys[languageOf(url)]);
     };
-    const auto hash = [&lookUps, languageOf](const QString& url) {
-        return lookUps.hashes[static_cast<std::size_t>(languageOf(url))].text(url);
+    const auto hash = [&lookUps, keys, languageOf](const QString& url) {
+        return lookUps.hashes.text(url, keys[languageOf(url)]);
     };
     const auto expected = answersOf(lookUps.urls, walk);
     return add("getText/languages", lookUps.urls, expected, getText) &&

@@ -67,9 +67,9 @@ def make_document(texts, language):
     return {"Header": {"language": language, "subLanguage": language[-2:]}, "Content": content}
 
 
-def write_language(folder, language, texts):
+def write_language(folder, language, source, texts):
     folder.mkdir(parents=True, exist_ok=True)
-    document = make_document(texts, language)
+    document = make_document(texts, source)
     stored = json.dumps(document, indent=4, sort_keys=True, ensure_ascii=False) + "\n"
     (folder / f"{language}.json").write_text(stored, encoding="utf-8")
 
@@ -118,6 +118,7 @@ def main():
     parser.add_argument("folder", metavar="FOLDER", type=pathlib.Path)
     parser.add_argument("--texts", type=int, default=5000, help="texts of each language (default: %(default)s)")
     parser.add_argument("--languages", type=int, default=3, help="number of languages (default: %(default)s)")
+    parser.add_argument("--copy-posix", action="store_true", help="the files of POSIX are copies of those of en_US")
     parser.add_argument("--peers", action="store_true", help="the texts for the peers too")
     arguments = parser.parse_args()
     most = len(MODULES)**3 * len(TERMS)
@@ -127,11 +128,12 @@ def main():
     folder, peers = arguments.folder, arguments.folder / "peers"
     urls = make_urls(arguments.texts)
     for language in language_keys(arguments.languages):
-        texts = make_texts(urls, language)
+        source = "en_US" if arguments.copy_posix and language == "POSIX" else language
+        texts = make_texts(urls, source)
         firsts = {url: text for url, text in texts.items() if is_first_of_group(url)}
-        write_language(folder / "languages", language, texts)
-        write_language(folder / "languages" / "short", language, firsts)
-        write_language(folder / "incomplete", language, firsts if language == "de_DE" else texts)
+        write_language(folder / "languages", language, source, texts)
+        write_language(folder / "languages" / "short", language, source, firsts)
+        write_language(folder / "incomplete", language, source, firsts if language == "de_DE" else texts)
         if arguments.peers:
             peers.mkdir(exist_ok=True)
             for write in (write_for_translator, write_for_gettext, write_for_icu):

@@ -14,8 +14,9 @@ class ConfigurationFileHandlerDBusConnector;
  * languageReloaded(). Look-ups are those of TextManagerBase. Its short texts are those of the
  * status display, when the device has one.
  *
- * Without the configuration service the object is as usable as any TextManagerBase, only it never
- * follows a change.
+ * Where the platform gives no client of the configuration service, the object is as usable as any
+ * TextManagerBase, only it never follows a change. The reference platform gives one whenever the
+ * device's bus is there, also before the service is: its coming counts as a change.
  *
  * **Threads.** Slots run in the thread of this object, which needs an event loop to hear of
  * changes. The mutex is held while the service is asked, so that look-ups of other threads wait for
@@ -36,8 +37,9 @@ public:
      * its sub-folder getSmallFolder(); connects to the configuration service; chooses the language.
      * Nothing is emitted.
      *
-     * A service that is not there is a warning: "Invalid pointer to connector!". With an empty
-     * @p languageName it comes twice, once for the language that could not be read.
+     * That there is no client is a warning: "Invalid pointer to connector!". With an empty
+     * @p languageName it comes twice, once for the language that could not be read. A service that
+     * is not there yet is one warning, for that language alone, which is then empty.
      *
      * @param languagePath the language folder, with a trailing "/". Empty: nothing is loaded before
      * the first reloadLanguage().

@@ -13,15 +13,22 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
 class AnswerMemory;
 class DynamicTextReaderInterface;
-class LanguageFile;
+class LookUpDocuments;
 class TextManagerMemory;
+struct Answer;
 
 /**
  * Loads the language files of one folder and answers look-ups of texts, short texts and comments by
  * text URL; dynamic texts, which are in no file, it reads through a reader of the application.
+ *
+ * **Beware.** A folder that is not there is no error and no warning: every text is then empty. A
+ * folder without its trailing "/" loads all the same, except that the short texts, whose path is
+ * put together with nothing in between, are lost without a word. getAvailableLanguages() tells
+ * what was loaded.
  *
  * A language's key is the base name of its file: `de_DE` for `de_DE.json`. Where an operation
  * speaks of fallback, it tries, and takes the first text that is not empty:
@@ -31,13 +38,15 @@ class TextManagerMemory;
  * 3. "POSIX", unless that was the wanted one.
  *
  * **Threads.** One mutex guards the loaded documents, so that look-ups and reloads may come from
- * any thread, except where an operation says that it takes no lock. languageReloaded() is emitted
- * in the thread that calls reloadLanguage(), after the mutex has been released.
+ * any thread, except where an operation says that it takes no lock. Of these, getComment() reads
+ * the documents: beside a reload in another thread it may crash. languageReloaded() is emitted in
+ * the thread that calls reloadLanguage(), after the mutex has been released.
  *
  * **Speed.** Answers are remembered: a text that is asked for again costs one probe of a hash. What
- * a look-up warns of, it warns of each time. A reload does not parse a file again whose bytes are
- * still the same. None of this can be told from outside, not even by a subclass that changes the
- * maps; it must not keep a reference to a document in them across a look-up and change it then.
+ * a look-up warns of, it warns of each time. A reload does not open a file again that is proved
+ * unchanged, nor parse one whose bytes are those of a file that was parsed. None of this can be
+ * told from outside, not even by a subclass: it reads and changes the maps, under the mutex, as
+ * plain members, and a reference or an iterator into them stays valid whatever is looked up.
  *
  * **Ownership.** The object owns what it loaded, and its handler of dynamic texts, but not the
  * reader that the handler is given. It has no QObject parent.
@@ -86,7 +95,8 @@ public:
     /**
      * Loads every file of @p folderPath whose name ends in the language file extension into
      * @p languageMap, in the case-insensitive order of the names: of two files with the same base
-     * name the later one is kept. Takes no lock of its own; the caller holds it.
+     * name the later one is kept. Takes no lock of its own; the caller holds it. Nothing is kept of
+     * what goes into a map of the caller's own.
      *
      * An empty @p folderPath stands for the process's current directory.
      */
@@ -97,7 +107,7 @@ public:
      *
      * @param languageObject receives the top-level object of whatever file could be parsed, also
      * of one that is then refused. Unchanged, and nothing logged, when the file cannot be opened or
-     * is no JSON.
+     * is no JSON. Only regular files are opened, which never waits: no FIFO, no device.
      * @return whether the file is a language file. One without "Content" is not, and is a warning:
      * "No 'Content'-key found in language file:" with the path.
      */
@@ -161,12 +171,14 @@ public:
      * The comment at @p textUrl, with fallback.
      *
      * Deliberately unlike getText(), it takes no lock, and an empty @p languageKey is not replaced
-     * by the current language, so that the fallback languages answer.
+     * by the current language, so that the fallback languages answer. Without the lock, a call that
+     * runs while another thread reloads may crash the program: use it where nobody reloads
+     * meanwhile.
      *
      * @param ok set as by getText().
      */
     QString getComment(const QString& textUrl, const QString& languageKey, bool& ok) const;
-    /** As above, without the flag. */
+    /** As above, without the flag, and not beside a reload either. */
     QString getComment(const QString& textUrl, const QString& languageKey) const;
 
     /** @p languageKey, or the current language when that is empty. Takes no lock. */
@@ -244,10 +256,16 @@ protected:
     DynamicTextHandler m_DynamicTextHandler;       ///< reads dynamic texts; not under the mutex
 
 private:
-    bool readLanguageFile(LanguageFile& file, const QString& filePath, QJsonObject& languageObject);
-    QString fullText(const QString& textUrl, bool& ok, const QString& languageKey) const;
+    std::optional<QJsonObject> readFile(const QString& folderPath, const QString& filePath,
+                                        bool isRemembered);
+    const QString& chosenLanguage(const QString& languageKey) const;
+    Answer fullAnswer(const QString& textUrl, const QString& languageKey) const;
+    Answer shortAnswer(const QString& textUrl, const QString& languageKey) const;
     template<typename LookUp>
-    QString answer(AnswerMemory TextManagerMemory::*kind, const QString& textUrl, bool& ok,
-                   const QString& languageKey, LookUp lookUp) const;
+    Answer remembered(AnswerMemory& memory, const LookUpDocuments& documents,
+                      const QString& textUrl, LookUp lookUp) const;
+    Answer walk(const QMap<QString, QJsonObject>& languageMap, const QString& textUrl,
+                const QString& languageKey, const QString& contentKey,
+                const QString& valueKey) const;
     QJsonObject documentOrFirstFallback(const QString& languageKey) const;
 };

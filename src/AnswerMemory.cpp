@@ -6,8 +6,8 @@
 namespace
 {
 
-constexpr int mostOthers = 8192;
-constexpr int mostCharacters = 512; // of one of them: language key, URL and text
+constexpr int mostMissing = 8192;
+constexpr int mostCharacters = 512; // of one of them: language key and URL
 
 /**
  * A copy that shares nothing: what a caller's string stands in may be larger than the string, or
@@ -21,40 +21,51 @@ QString ownCopy(const QString& text)
 XXH64_hash_t hashOf(const QString& text, XXH64_hash_t seed)
 {
     const std::size_t byteCount = static_cast<std::size_t>(text.size()) * sizeof(QChar);
-    return XXH3_64bits_withSeed(text.constData(), byteCount, seed);
+    return XXH64(text.constData(), byteCount, seed);
 }
 
 } // namespace
 
-void AnswerMemory::remember(const QString& languageKey, const QString& textUrl,
-                            const Answer& answer, bool isLanguageLoaded)
+void AnswerMemory::remember(const LookUpDocuments& documents, const QString& textUrl,
+                            const Answer& answer)
 {
-    if (isLanguageLoaded && !answer.text.isEmpty()) {
-        m_Texts[ownCopy(languageKey)].insert(textUrl, answer);
+    if (!documents.isLanguageKnown())
         return;
+    Language& language = m_Languages[ownCopy(documents.languageKey())];
+    if (!language.isReadFrom(documents, LookUpStep::SecondFallback)) {
+        language.beginAnew(documents);
+        m_Missing.clear();
     }
-    if (languageKey.size() + textUrl.size() + answer.text.size() > mostCharacters)
-        return;
-    if (m_Others.size() >= mostOthers)
-        m_Others.clear();
-    m_Others.insert({ownCopy(languageKey), ownCopy(textUrl)}, answer);
+    if (answer.text.isEmpty())
+        rememberMissing(documents.languageKey(), textUrl, answer);
+    else
+        language.answers.insert(textUrl, answer);
 }
 
 void AnswerMemory::clear()
 {
     m_RecentLanguages.fill({});
-    m_Texts.clear();
-    m_Others.clear();
+    m_Languages.clear();
+    m_Missing.clear();
 }
 
-const AnswerTable* AnswerMemory::findTextsAnew(const QString& languageKey)
+void AnswerMemory::Language::beginAnew(const LookUpDocuments& documents)
 {
-    const auto texts = m_Texts.find(languageKey);
-    if (texts == m_Texts.end())
+    answers = AnswerTable();
+    for (auto i = indexOf(documents.firstStep()); i < sources.size(); ++i) {
+        const QJsonObject* const document = documents.at(static_cast<LookUpStep>(i));
+        sources[i] = document == nullptr ? QJsonObject() : *document;
+    }
+}
+
+const AnswerMemory::Language* AnswerMemory::findLanguageAnew(const QString& key)
+{
+    const auto found = m_Languages.find(key);
+    if (found == m_Languages.end())
         return nullptr;
-    const auto& [key, table] = *texts;
-    recentSlot(languageKey) = {key, &table};
-    return &table;
+    const auto& [ownKey, language] = *found;
+    recentSlot(key) = {ownKey, &language};
+    return &language;
 }
 
 uint qHash(const AnswerMemory::Question& question, uint seed)
@@ -62,8 +73,18 @@ uint qHash(const AnswerMemory::Question& question, uint seed)
     return static_cast<uint>(hashOf(question.textUrl, hashOf(question.languageKey, seed)));
 }
 
-const Answer* AnswerMemory::findOther(const QString& languageKey, const QString& textUrl) const
+const Answer* AnswerMemory::findMissing(const QString& languageKey, const QString& textUrl) const
 {
-    const auto other = m_Others.constFind({languageKey, textUrl});
-    return other == m_Others.constEnd() ? nullptr : &other.value();
+    const auto missing = m_Missing.constFind({languageKey, textUrl});
+    return missing == m_Missing.constEnd() ? nullptr : &missing.value();
+}
+
+void AnswerMemory::rememberMissing(const QString& languageKey, const QString& textUrl,
+                                   const Answer& answer)
+{
+    if (languageKey.size() + textUrl.size() > mostCharacters)
+        return;
+    if (m_Missing.size() >= mostMissing)
+        m_Missing.clear();
+    m_Missing.insert({ownCopy(languageKey), ownCopy(textUrl)}, answer);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LookUpDocuments_p.h"
+
 #include <QHash>
 #include <QString>
 
@@ -11,6 +13,7 @@
 struct Answer {
     QString text;
     bool ok = false;
+    LookUpStep lastStep = LookUpStep::SecondFallback; ///< the text is from there, or there is none
 };
 
 /**

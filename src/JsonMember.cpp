@@ -13,13 +13,13 @@ QJsonObject builtAnew(const QJsonObject& object)
     return copy;
 }
 
-/** Decides by chance whether @p object is built anew before its member @p replaced is replaced. */
-bool isToBeBuiltAnew(const QJsonObject& object, const QJsonValue& replaced)
+/** Decides by chance whether @p object is built anew after its member @p value was replaced. */
+bool isToBeBuiltAnew(const QJsonObject& object, const QJsonValue& value)
 {
-    if (!replaced.isString()) // nothing is kept of what is no string
+    if (!value.isString()) // nothing is kept of what is no string
         return false;
     constexpr int longText = 1024;
-    const int weight = 1 + replaced.toString().size() / longText;
+    const int weight = 1 + value.toString().size() / longText;
     thread_local std::minstd_rand random;
     return std::uniform_int_distribution<>(0, object.size() - 1)(random) < weight;
 }
@@ -28,7 +28,9 @@ bool isToBeBuiltAnew(const QJsonObject& object, const QJsonValue& replaced)
 
 void setMember(QJsonObject& object, QStringView key, const QJsonValue& value)
 {
-    if (isToBeBuiltAnew(object, object.value(key)))
-        object = builtAnew(object);
+    const int sizeBefore = object.size();
     object.insert(key, value);
+    const bool wasReplaced = object.size() == sizeBefore;
+    if (wasReplaced && isToBeBuiltAnew(object, value))
+        object = builtAnew(object);
 }

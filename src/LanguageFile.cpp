@@ -1,6 +1,5 @@
 #include "LanguageFile_p.h"
 
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonParseError>
 
@@ -12,18 +11,19 @@ static_assert(XXH_VERSION_NUMBER >= 800, "xxHash 0.8 is needed: older ones know 
 #include <cstring>
 #include <iterator>
 
-std::optional<QJsonObject> LanguageFile::read(const QString& filePath)
+LanguageFile::Digest LanguageFile::digestOf(const QByteArray& bytes)
 {
-    QFile file(filePath);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    QByteArray bytes = file.readAll();
-    file.close();
+    XXH128_canonical_t canonical;
+    XXH128_canonicalFromHash(
+        &canonical, XXH3_128bits(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    Digest digest;
+    std::copy(std::begin(canonical.digest), std::end(canonical.digest), digest.hash.begin());
+    digest.size = bytes.size();
+    return digest;
+}
 
-    const Digest digest = digestOf(bytes);
-    if (digest == m_Digest)
-        return m_Document;
-
+std::optional<QJsonObject> LanguageFile::parse(QByteArray bytes)
+{
     // What QIODevice::Text does. It takes longer to find that there is nothing to do, and so does
     // QByteArray::contains().
     if (std::memchr(bytes.constData(), '\r', static_cast<std::size_t>(bytes.size())) != nullptr)
@@ -32,17 +32,5 @@ std::optional<QJsonObject> LanguageFile::read(const QString& filePath)
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError)
         return std::nullopt;
-    m_Digest = digest;
-    m_Document = document.object();
-    return m_Document;
-}
-
-LanguageFile::Digest LanguageFile::digestOf(const QByteArray& bytes)
-{
-    XXH128_canonical_t canonical;
-    XXH128_canonicalFromHash(
-        &canonical, XXH3_128bits(bytes.constData(), static_cast<std::size_t>(bytes.size())));
-    Digest digest;
-    std::copy(std::begin(canonical.digest), std::end(canonical.digest), digest.begin());
-    return digest;
+    return document.object();
 }

@@ -4,15 +4,15 @@
 #include "LanguageDefinitions.h"
 #include "LanguageInformation.h"
 #include "LanguageInformation_p.h"
-#include "LookUpLocker_p.h"
+#include "RegularFile_p.h"
 #include "TextManagerMemory_p.h"
 
 #include "PropertyManagerConst.h"
 
 #include <QDebug>
-#include <QDir>
-#include <QFileInfo>
 #include <QMutexLocker>
+
+#include <algorithm>
 
 namespace
 {
@@ -20,6 +20,17 @@ namespace
 QString languageFileName(const QString& languageName)
 {
     return languageName + QLatin1Char('.') + PropertyManagerConst::getLanguageFileExtension();
+}
+
+/** Whether a file could be read and is a language file. */
+bool isLanguageFile(const std::optional<QJsonObject>& document, const QString& filePath)
+{
+    if (!document)
+        return false;
+    const bool hasContent = document->contains(LanguageDefinitions::getJsonContentName());
+    if (!hasContent)
+        qWarning() << "No 'Content'-key found in language file:" << filePath;
+    return hasContent;
 }
 
 } // namespace
@@ -49,7 +60,6 @@ TextManagerBase::~TextManagerBase() = default;
 void TextManagerBase::loadLanguages()
 {
     const QMutexLocker locker(&m_Mutex);
-    m_Memory->forgetAnswers(); // else the old documents would live on beside the new ones
     addLanguage(m_StrLanguagePath, m_LanguageMap);
     addLanguage(getShortLanguageFilepath(), m_ShortLanguageMap);
 }
@@ -57,27 +67,26 @@ void TextManagerBase::loadLanguages()
 void TextManagerBase::addLanguage(const QString& folderPath,
                                   QMap<QString, QJsonObject>& languageMap)
 {
-    // No dot between the star and the extension: every name that ends in the extension's text.
-    const QStringList nameFilters = {QLatin1Char('*') +
-                                     PropertyManagerConst::getLanguageFileExtension()};
-    // The path is given to the constructor: QDir::setPath() would make nothing of an empty one,
-    // which stands for the current directory here.
-    const QDir folder(folderPath);
-    const QFileInfoList entries = folder.entryInfoList(nameFilters, QDir::NoFilter, QDir::NoSort);
-    for (const QFileInfo& entry : entries) {
-        const QString filePath = entry.filePath();
-        QJsonObject languageObject;
-        if (readLanguageFile(m_Memory->files[filePath], filePath, languageObject))
-            languageMap.insert(entry.baseName(), languageObject);
-        else
-            m_Memory->files.remove(filePath);
+    // What goes into a caller's own map is not remembered: its documents are the caller's to free.
+    const bool isOwnMap = &languageMap == &m_LanguageMap || &languageMap == &m_ShortLanguageMap;
+    const auto fileNames = m_Memory->listFiles(folderPath, isOwnMap);
+    for (const auto& [filePath, languageKey] : fileNames) {
+        const std::optional<QJsonObject> document = readFile(folderPath, filePath, isOwnMap);
+        if (isLanguageFile(document, filePath))
+            languageMap.insert(languageKey, *document);
     }
 }
 
 bool TextManagerBase::loadAndParseFromJson(const QString& filePath, QJsonObject& languageObject)
 {
-    LanguageFile file;
-    return readLanguageFile(file, filePath, languageObject);
+    const QMutexLocker locker(&m_Mutex);
+    RegularFile file;
+    if (!file.open(filePath))
+        return false;
+    const std::optional<QJsonObject> document = LanguageFile::parse(file.readAll());
+    if (document)
+        languageObject = *document;
+    return isLanguageFile(document, filePath);
 }
 
 QString TextManagerBase::getLanguageFileNameFromLanguageName(const QString& languageName) const
@@ -118,70 +127,41 @@ QStringList TextManagerBase::getAvailableLanguages() const
 QString TextManagerBase::getText(const QString& textUrl, bool& ok, const QString& languageKey,
                                  bool skipLanguageSelection) const
 {
-    const LookUpLocker locker(m_Mutex, m_Memory->patience);
-    const QString key =
-        skipLanguageSelection ? languageKey : selectSuitableLanguageKey(languageKey);
-    return fullText(textUrl, ok, key);
+    const QMutexLocker locker(&m_Mutex);
+    const Answer answer =
+        fullAnswer(textUrl, skipLanguageSelection ? languageKey : chosenLanguage(languageKey));
+    ok = answer.ok;
+    return answer.text;
 }
 
 QString TextManagerBase::getText(const QString& textUrl, const QString& languageKey) const
 {
-    // Not through the form with the flag: this is the look-up that screens are made of, and what is
-    // remembered is found here without another call, and without a copy of the language's key.
-    const LookUpLocker locker(m_Mutex, m_Memory->patience);
-    const QString& key = languageKey.isEmpty() ? m_StrLanguageName : languageKey;
-    m_Memory->keepAnswersOnlyFor(m_LanguageMap, m_ShortLanguageMap);
-    if (const Answer* remembered = m_Memory->texts.find(key, textUrl))
-        return remembered->text;
-    bool ok = false;
-    return fullText(textUrl, ok, selectSuitableLanguageKey(languageKey));
+    const QMutexLocker locker(&m_Mutex);
+    return fullAnswer(textUrl, chosenLanguage(languageKey)).text;
 }
 
 QString TextManagerBase::getAnsweringLanguage(const QString& textUrl,
                                               const QString& languageKey) const
 {
-    const LookUpLocker locker(m_Mutex, m_Memory->patience);
-    const QString key = selectSuitableLanguageKey(languageKey);
-    bool ok = false;
-    return answer(&TextManagerMemory::answeringLanguages, textUrl, ok, key, [&] {
-        const auto hasText = [&](const QString& candidate) {
-            return !getObjectFromMap(m_LanguageMap, textUrl, ok, candidate,
-                                     LanguageDefinitions::getJsonContentName(),
-                                     LanguageDefinitions::getJsonTextName())
-                        .isEmpty();
-        };
-        if (hasText(key))
-            return key;
-        for (const QString& fallbackKey :
-             {LanguageDefinitions::getFirstFallbackLanguageFilename(),
-              LanguageDefinitions::getSecondFallbackLanguageFilename()}) {
-            if (fallbackKey != key && hasText(fallbackKey))
-                return fallbackKey;
-        }
-        return QString();
-    });
+    const QMutexLocker locker(&m_Mutex);
+    const QString& key = chosenLanguage(languageKey);
+    const Answer answer = fullAnswer(textUrl, key);
+    return answer.text.isEmpty() ? QString()
+                                 : LookUpDocuments(m_LanguageMap, key).keyAt(answer.lastStep);
 }
 
 QString TextManagerBase::getShortText(const QString& textUrl, bool& ok,
                                       const QString& languageKey) const
 {
-    const LookUpLocker locker(m_Mutex, m_Memory->patience);
-    const QString key = selectSuitableLanguageKey(languageKey);
-    return answer(&TextManagerMemory::shortTexts, textUrl, ok, key, [&] {
-        const QString shortText = getObjectFromMap(m_ShortLanguageMap, textUrl, ok, key,
-                                                   LanguageDefinitions::getJsonContentName(),
-                                                   LanguageDefinitions::getJsonTextName());
-        if (!shortText.isEmpty())
-            return shortText;
-        // Not getText(): it would take the mutex again, which blocks on an object built in memory.
-        bool isFullTextFound = false;
-        return fullText(textUrl, isFullTextFound, key);
-    });
+    const QMutexLocker locker(&m_Mutex);
+    const Answer answer = shortAnswer(textUrl, chosenLanguage(languageKey));
+    ok = answer.ok;
+    return answer.text;
 }
 
 QString TextManagerBase::getShortText(const QString& textUrl, const QString& languageKey) const
 {
-    const LookUpLocker locker(m_Mutex, m_Memory->patience);
+    const QMutexLocker locker(&m_Mutex);
     bool ok = false;
     return getShortText(textUrl, ok, languageKey);
 }
@@ -202,7 +182,7 @@ QString TextManagerBase::getComment(const QString& textUrl, const QString& langu
 
 QString TextManagerBase::selectSuitableLanguageKey(const QString& languageKey) const
 {
-    return languageKey.isEmpty() ? m_StrLanguageName : languageKey;
+    return chosenLanguage(languageKey);
 }
 
 QString TextManagerBase::getHeaderText(TextManagerDefinitions::HeaderInfo headerInfo,
@@ -266,56 +246,89 @@ QString TextManagerBase::getTextOrComment(const QMap<QString, QJsonObject>& lang
                                           const QString& languageKey, const QString& contentKey,
                                           const QString& valueKey) const
 {
-    QString result = getObjectFromMap(languageMap, textUrl, ok, languageKey, contentKey, valueKey);
-    // An empty text falls back as a missing one does: the result decides, not the flag.
-    for (const QString& fallbackKey : {LanguageDefinitions::getFirstFallbackLanguageFilename(),
-                                       LanguageDefinitions::getSecondFallbackLanguageFilename()}) {
-        if (result.isEmpty() && fallbackKey != languageKey)
-            result = getObjectFromMap(languageMap, textUrl, ok, fallbackKey, contentKey, valueKey);
-    }
-    return result;
+    const Answer answer = walk(languageMap, textUrl, languageKey, contentKey, valueKey);
+    ok = answer.ok;
+    return answer.text;
 }
 
-bool TextManagerBase::readLanguageFile(LanguageFile& file, const QString& filePath,
-                                       QJsonObject& languageObject)
+std::optional<QJsonObject> TextManagerBase::readFile(const QString& folderPath,
+                                                     const QString& filePath, bool isRemembered)
 {
     const QMutexLocker locker(&m_Mutex);
-    const std::optional<QJsonObject> document = file.read(filePath);
-    if (!document)
-        return false;
-    languageObject = *document;
-    const bool hasContent = languageObject.contains(LanguageDefinitions::getJsonContentName());
-    if (!hasContent)
-        qWarning() << "No 'Content'-key found in language file:" << filePath;
-    return hasContent;
+    return m_Memory->readFile(folderPath, filePath, isRemembered);
 }
 
-QString TextManagerBase::fullText(const QString& textUrl, bool& ok,
-                                  const QString& languageKey) const
+const QString& TextManagerBase::chosenLanguage(const QString& languageKey) const
 {
-    return answer(&TextManagerMemory::texts, textUrl, ok, languageKey, [&] {
-        return getTextOrComment(m_LanguageMap, textUrl, ok, languageKey,
-                                LanguageDefinitions::getJsonContentName(),
-                                LanguageDefinitions::getJsonTextName());
+    return languageKey.isEmpty() ? m_StrLanguageName : languageKey;
+}
+
+Answer TextManagerBase::fullAnswer(const QString& textUrl, const QString& languageKey) const
+{
+    const LookUpDocuments documents(m_LanguageMap, languageKey);
+    return remembered(m_Memory->texts, documents, textUrl, [&] {
+        if (documents.isLanguageKnown())
+            return walk(m_LanguageMap, textUrl, languageKey,
+                        LanguageDefinitions::getJsonContentName(),
+                        LanguageDefinitions::getJsonTextName());
+        // The answers that are remembered for the first fallback language are its answers, too.
+        Answer answer =
+            fullAnswer(textUrl, LanguageDefinitions::getFirstFallbackLanguageFilename());
+        answer.lastStep = std::max(answer.lastStep, LookUpStep::FirstFallback);
+        return answer;
+    });
+}
+
+Answer TextManagerBase::shortAnswer(const QString& textUrl, const QString& languageKey) const
+{
+    const LookUpDocuments documents(m_ShortLanguageMap, m_LanguageMap, languageKey);
+    return remembered(m_Memory->shortTexts, documents, textUrl, [&] {
+        Answer answer;
+        answer.lastStep = LookUpStep::ShortText;
+        answer.text = getObjectFromMap(m_ShortLanguageMap, textUrl, answer.ok, languageKey,
+                                       LanguageDefinitions::getJsonContentName(),
+                                       LanguageDefinitions::getJsonTextName());
+        if (answer.text.isEmpty()) {
+            const Answer full = fullAnswer(textUrl, languageKey);
+            answer.text = full.text;
+            answer.lastStep = full.lastStep;
+        }
+        return answer;
     });
 }
 
 template<typename LookUp>
-QString TextManagerBase::answer(AnswerMemory TextManagerMemory::*kind, const QString& textUrl,
-                                bool& ok, const QString& languageKey, LookUp lookUp) const
+Answer TextManagerBase::remembered(AnswerMemory& memory, const LookUpDocuments& documents,
+                                   const QString& textUrl, LookUp lookUp) const
 {
-    m_Memory->keepAnswersOnlyFor(m_LanguageMap, m_ShortLanguageMap);
-    AnswerMemory& memory = (*m_Memory).*kind;
-    if (const Answer* remembered = memory.find(languageKey, textUrl)) {
-        ok = remembered->ok;
-        return remembered->text;
-    }
+    if (const Answer* answer = memory.find(documents, textUrl))
+        return *answer;
     // What was warned of has to be warned of each time, so it is looked up each time.
     const unsigned warningsBefore = LanguageInformationWarnings::countInThisThread();
-    const QString text = lookUp();
+    const Answer answer = lookUp();
     if (LanguageInformationWarnings::countInThisThread() == warningsBefore)
-        memory.remember(languageKey, textUrl, {text, ok}, m_LanguageMap.contains(languageKey));
-    return text;
+        memory.remember(documents, textUrl, answer);
+    return answer;
+}
+
+Answer TextManagerBase::walk(const QMap<QString, QJsonObject>& languageMap, const QString& textUrl,
+                             const QString& languageKey, const QString& contentKey,
+                             const QString& valueKey) const
+{
+    const LookUpDocuments documents(languageMap, languageKey);
+    Answer answer;
+    const auto lookUp = [&](LookUpStep step) {
+        answer.lastStep = step;
+        answer.text = getObjectFromMap(languageMap, textUrl, answer.ok, documents.keyAt(step),
+                                       contentKey, valueKey);
+    };
+    lookUp(LookUpStep::WantedLanguage);
+    // An empty text falls back as a missing one does: the result decides, not the flag.
+    for (const LookUpStep step : {LookUpStep::FirstFallback, LookUpStep::SecondFallback}) {
+        if (answer.text.isEmpty() && documents.keyAt(step) != languageKey)
+            lookUp(step);
+    }
+    return answer;
 }
 
 QJsonObject TextManagerBase::documentOrFirstFallback(const QString& languageKey) const

@@ -1,55 +1,58 @@
 #pragma once
 
 #include "AnswerMemory_p.h"
+#include "FileStamp_p.h"
 #include "LanguageFile_p.h"
-#include "LookUpLocker_p.h"
 
 #include <QHash>
 #include <QJsonObject>
-#include <QMap>
 #include <QString>
+#include <QVector>
 
-/** What a text manager remembers so as not to do it again. Its mutex guards all but the patience.
- */
+#include <optional>
+
+/** What a text manager remembers so as not to do it again. Its mutex guards it. */
 class TextManagerMemory
 {
 public:
-    using Documents = QMap<QString, QJsonObject>;
-    using Files = QHash<QString, LanguageFile>;
+    struct FileName {
+        QString path;
+        QString languageKey;
+    };
 
     /**
-     * Forgets all answers when the documents are no longer those of the last call.
+     * The language files of a folder, in the order in which they are loaded. The folder is not
+     * listed again when it is proved unchanged.
      *
-     * The memory shares the data of the documents' maps. So every change, also one that a subclass
-     * makes itself, gives a map other data, and is seen in constant time.
+     * @param isRemembered whether the folder is remembered from now on, without files that have
+     * vanished.
      */
-    void keepAnswersOnlyFor(const Documents& languageMap, const Documents& shortLanguageMap)
-    {
-        if (m_LanguageMap.isSharedWith(languageMap) &&
-            m_ShortLanguageMap.isSharedWith(shortLanguageMap))
-            return;
-        forgetAnswers();
-        m_LanguageMap = languageMap;
-        m_ShortLanguageMap = shortLanguageMap;
-    }
+    QVector<FileName> listFiles(const QString& folderPath, bool isRemembered);
+    /**
+     * Reads a language file of a folder: not even opened when it is proved unchanged, parsed only
+     * when no file that is remembered has the same bytes.
+     *
+     * @param isRemembered whether the file is remembered from now on.
+     * @return its top-level object; nothing when it cannot be opened or is no JSON.
+     */
+    std::optional<QJsonObject> readFile(const QString& folderPath, const QString& filePath,
+                                        bool isRemembered);
 
-    /** Forgets all answers and lets go of the documents that they were read from. */
-    void forgetAnswers()
-    {
-        texts.clear();
-        shortTexts.clear();
-        answeringLanguages.clear();
-        m_LanguageMap.clear();
-        m_ShortLanguageMap.clear();
-    }
-
-    LookUpPatience patience;
     AnswerMemory texts;
     AnswerMemory shortTexts;
-    AnswerMemory answeringLanguages;
-    Files files; ///< what was loaded, by path
 
 private:
-    Documents m_LanguageMap;
-    Documents m_ShortLanguageMap;
+    struct Folder {
+        std::optional<FileStamp> stamp; ///< unchanged with it; without it only a new list can tell
+        QVector<FileName> fileNames;
+        QHash<QString, LanguageFile> files; ///< by path
+    };
+
+    void remember(const QString& folderPath, const std::optional<FileStamp>& stamp,
+                  const QVector<FileName>& fileNames);
+    std::optional<QJsonObject> parseUnlessKnown(const QByteArray& bytes,
+                                                const LanguageFile::Digest& digest);
+    void forgetAnswers();
+
+    QHash<QString, Folder> m_Folders; ///< by path
 };

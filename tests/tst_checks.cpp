@@ -203,8 +203,8 @@ void ChecksTest::shortTexts()
     const WritingRules rules("en_US");
     QStringList found;
     for (const TextFinding& finding :
-         checkShortText({analyzed, nullptr, rules, rules, cell("comment")}, cell("full"),
-                        cell("longest").toInt()))
+         checkShortText({analyzed, nullptr, rules, rules, cell("comment")},
+                        {cell("longest").toInt(), cell("full"), {}}))
         found.append(finding.id);
     QCOMPARE(found.join(' '), cell("findings"));
 }

@@ -1,5 +1,6 @@
 #include "DeviceService.h"
 #include "LanguageFiles.h"
+#include "PrivateBus.h"
 #include "Table.h"
 #include "ToolRun.h"
 #include "WarningCapture.h"
@@ -8,6 +9,9 @@
 #include "SelectorUrlHandler.h"
 #include "TextManager.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -15,6 +19,7 @@
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 
 #include <future>
 #include <thread>
@@ -26,6 +31,7 @@ using Connector = ConfigurationFileHandlerDBusConnector;
 
 const QString invalidPointer = "Invalid pointer to connector!";
 const QString readError = "Received error on reading configuration setting for language: \"";
+const QString noService = readError + "The service Device.DeviceManager is not on the bus\"";
 
 class ReachableTextManager : public TextManager
 {
@@ -37,6 +43,60 @@ public:
 QString currentText(const TextManager& manager)
 {
     return manager.getText("A", QString());
+}
+
+/** A service, on a connection of its own, that has its name before its object. */
+class HastyService : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "Interface.Configuration")
+
+public:
+    HastyService()
+        : m_Bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "hasty"))
+    {
+        m_Bus.registerService("Device.DeviceManager");
+        moveToThread(&m_Thread);
+        m_Thread.start();
+    }
+    ~HastyService() override
+    {
+        m_Thread.quit();
+        m_Thread.wait();
+        QDBusConnection::disconnectFromBus("hasty");
+    }
+    void publishObject()
+    {
+        m_Bus.registerObject("/Configuration", this, QDBusConnection::ExportAllSlots);
+    }
+
+public Q_SLOTS:
+    QDBusVariant getConfigurationElementValue(QString, QString, QString)
+    {
+        return QDBusVariant("ja_JP");
+    }
+
+private:
+    QDBusConnection m_Bus;
+    QThread m_Thread;
+};
+
+/** A signal of somebody who does not own the name. */
+void announceAsStranger(const QStringList& words)
+{
+    const ToolRun run(QStringList({"--session", "--type=signal"}) + words, {}, {}, "dbus-send");
+    QCOMPARE(run.exitStatus(), 0);
+}
+
+/** Makes the service announce changes, faster than a process for each could. */
+void announceChanges(int count)
+{
+    const QDBusMessage call = QDBusMessage::createMethodCall(
+        "Device.DeviceManager", "/Configuration", "Interface.DeviceSimulator",
+        "announceConfigurationDataChange");
+    for (; count > 1; --count)
+        QDBusConnection::sessionBus().send(call);
+    QDBusConnection::sessionBus().call(call);
 }
 
 /** textmanager watch, on a bus of its own choice. */
@@ -73,12 +133,20 @@ class DeviceLanguageTest : public QObject
 private Q_SLOTS:
     void initTestCase();
     void answersWithoutAService();
+    void answersWithoutABus();
+    void followsWhateverComesLate_data();
+    void followsWhateverComesLate();
+    void asksAHastyServiceAgain();
+    void readsTheManifestFile_data();
+    void readsTheManifestFile();
     void readsTheLanguage_data();
     void readsTheLanguage();
     void followsTheSettings();
     void outlivesTheService();
+    void tellsABurstOnce();
     void isNotHeldUpByAServiceThatHangs();
     void isNotHeldUpByABusThatHangs();
+    void isNotHeldUpByABusThatStops();
     void describesItself();
     void readsAndStoresDynamicTexts();
     void parsesSelectorUrls_data();
@@ -88,6 +156,7 @@ private Q_SLOTS:
     void watches();
 
 private:
+    PrivateBus m_Bus;
     const LanguageFiles m_Files; ///< the text A in four languages, named by them, and a short one
 };
 
@@ -104,13 +173,115 @@ void DeviceLanguageTest::answersWithoutAService()
 {
     WarningCapture capture;
     const TextManager unnamed(m_Files.path(), QString());
-    QCOMPARE(capture.take(), QStringList({invalidPointer, invalidPointer}));
+    QCOMPARE(capture.take(), QStringList(noService));
     QCOMPARE(unnamed.getLanguageName(), QString());
     QCOMPARE(currentText(unnamed), "en_US");
 
     const TextManager named(m_Files.path(), "de_DE");
-    QCOMPARE(capture.take(), QStringList(invalidPointer));
+    QCOMPARE(capture.take(), QStringList());
     QCOMPARE(currentText(named), "de_DE");
+
+    const LanguageFiles faulty; // it warns each time that it is read, which is once
+    faulty.write("de_DE", "{}");
+    const TextManager loaded(faulty.path(), "de_DE");
+    QCOMPARE(capture.take().filter("No 'Content'-key found").size(), 1);
+}
+
+void DeviceLanguageTest::answersWithoutABus()
+{
+    m_Bus.stop();
+    WarningCapture capture;
+    const TextManager unnamed(m_Files.path(), QString());
+    QCOMPARE(capture.take(), QStringList({invalidPointer, invalidPointer}));
+    QCOMPARE(currentText(unnamed), "en_US");
+    m_Bus.start();
+}
+
+void DeviceLanguageTest::followsWhateverComesLate_data()
+{
+    addTable(R"(what
+        service
+        service again
+        bus again
+        connection again
+    )");
+}
+
+void DeviceLanguageTest::followsWhateverComesLate()
+{
+    const QByteArray json = DeviceService::withLanguage("\"ja_JP\"");
+    DeviceService device(json);
+    if (cell("what") == "service")
+        device.end(SIGKILL);
+    WarningCapture capture;
+    TextManager manager(m_Files.path(), QString());
+    QSignalSpy reloads(&manager, &TextManager::languageReloaded);
+    const auto connector = Connector::createAndConnect("DeviceManager", "Configuration");
+
+    if (cell("what") == "bus again") {
+        m_Bus.stop();
+        device.waitForFinished();
+        QCOMPARE(device.exitCode(), 2);
+        QVERIFY(device.readAllStandardError().contains("the bus ended the connection"));
+        m_Bus.start();
+    }
+    if (cell("what") == "connection again") {
+        QVERIFY(connector->getDynamicText(QString(200'000, 'x'), "U", "K", "L").isError());
+        DeviceService::setLanguage("fr_FR"); // perhaps before it is subscribed to again
+        QTRY_COMPARE(currentText(manager), "fr_FR");
+    } else {
+        QTest::qWait(200); // nothing is told before there is a service to be asked
+        QCOMPARE(reloads.size(), 0);
+        device.end(SIGKILL);
+        device.restart(DeviceService::withLanguage("\"de_DE\""));
+        QVERIFY(reloads.wait());
+        QCOMPARE(currentText(manager), "de_DE");
+    }
+    DeviceService::setLanguage("Languages/en_US");
+    QTRY_COMPARE(currentText(manager), "en_US");
+}
+
+void DeviceLanguageTest::asksAHastyServiceAgain()
+{
+    WarningCapture capture;
+    HastyService service;
+    TextManager manager(m_Files.path(), QString());
+    QSignalSpy reloads(&manager, &TextManager::languageReloaded);
+    QVERIFY(!reloads.wait(300)); // not before it can be read
+    service.publishObject();
+    QVERIFY(reloads.wait());
+    QCOMPARE(currentText(manager), "ja_JP");
+}
+
+void DeviceLanguageTest::readsTheManifestFile_data()
+{
+    // The service's own folder is "short".
+    addTable(R"(json                                       | folder | warning
+        {"statusDisplay": {"available": true, "folder": "f"}} | f     |
+        {"statusDisplay": {"available": false}}               |       |
+        {"other": 7}                                          | short |
+        {\n"statusDisplay": ä}                                | short | :2:18: malformed JSON: illegal
+        {"statusDisplay": true}                               | short | : statusDisplay/available: expected
+        {"statusDisplay": {"available": true}}                | short | : statusDisplay/folder: expected
+        []                                                    | short | :1:1: expected an object
+    )");
+}
+
+void DeviceLanguageTest::readsTheManifestFile()
+{
+    const DeviceService device(DeviceService::withLanguage("\"de_DE\""));
+    const LanguageFiles files;
+    files.write("manifest", cell("json").toUtf8());
+    const QString path = files.file("manifest");
+    qputenv("TEXTMANAGER_MANIFEST", path.toUtf8());
+    WarningCapture capture;
+    const QString folder = TextManager::getSmallFolder();
+    qunsetenv("TEXTMANAGER_MANIFEST");
+    QCOMPARE(folder, cell("folder"));
+    const QString warnings = capture.take().join('\n');
+    const QString beginning = cell("warning").isEmpty() ? QString() : path + cell("warning");
+    QCOMPARE(warnings.left(beginning.size()), beginning);
+    QCOMPARE(warnings.isEmpty(), cell("warning").isEmpty());
 }
 
 void DeviceLanguageTest::readsTheLanguage_data()
@@ -119,7 +290,7 @@ void DeviceLanguageTest::readsTheLanguage_data()
         "a/b/c"       | c        |
         "Languages/"  |          |
         7             | 7        |
-        null          |          | QVariant(Invalid)
+        null          |          | QVariant(QVariantList, ())
         {"a": [0.5]}  |          | QVariant(QVariantMap, QMap(("a", QVariant(QVariantList, (QVariant(double, 0.5))))))
     )");
 }
@@ -141,9 +312,13 @@ void DeviceLanguageTest::followsTheSettings()
     QSignalSpy reloads(&manager, &TextManager::languageReloaded);
     QCOMPARE(manager.getShortText("A", QString()), "short");
 
+    announceAsStranger({"/Configuration", "Interface.Configuration.configurationDataChanged"});
+    announceAsStranger({"/org/freedesktop/DBus", "org.freedesktop.DBus.NameOwnerChanged",
+                        "string:Device.DeviceManager", "string:", "string::1.999"});
     // In their turn: the one that is followed shows that the ones before it were not. All come
     // before the event loop runs, and are not lost.
-    DeviceService::tell("announceConfigurationChange", {"string:devicesettings/devicesettings"});
+    DeviceService::tell("DeviceSimulator.announceConfigurationChange",
+                        {"string:devicesettings/devicesettings"});
     DeviceService::setLanguage("Languages/de_DE"); // no change
     DeviceService::setLanguage("Languages/ja_JP");
     QVERIFY(reloads.wait());
@@ -158,7 +333,7 @@ void DeviceLanguageTest::followsTheSettings()
         return currentText(another);
     });
     isListening.get_future().wait();
-    DeviceService::tell("announceConfigurationDataChange");
+    DeviceService::tell("DeviceSimulator.announceConfigurationDataChange");
     QVERIFY(reloads.wait());
     QCOMPARE(elsewhere.get(), "ja_JP");
     QCOMPARE(reloads.size(), 2);
@@ -197,6 +372,19 @@ void DeviceLanguageTest::outlivesTheService()
     QCOMPARE(currentText(manager), "ja_JP");
 }
 
+void DeviceLanguageTest::tellsABurstOnce()
+{
+    DeviceService device(DeviceService::withLanguage("\"de_DE\""));
+    const TextManager manager(m_Files.path(), QString());
+    QSignalSpy reloads(&manager, &TextManager::languageReloaded);
+    announceChanges(500);
+    DeviceService::setLanguage("ja_JP");
+    QVERIFY(reloads.wait());
+    QCOMPARE(currentText(manager), "ja_JP");
+    QVERIFY(!reloads.wait(100));
+    QCOMPARE(reloads.size(), 2); // one for each of the two signals of the service
+}
+
 void DeviceLanguageTest::isNotHeldUpByAServiceThatHangs()
 {
     DeviceService device(DeviceService::withLanguage("\"de_DE\""));
@@ -211,11 +399,14 @@ void DeviceLanguageTest::isNotHeldUpByAServiceThatHangs()
     QCOMPARE(currentText(manager), "de_DE");
     QCOMPARE(language.get(), QString());
     const TextManager another(m_Files.path(), QString());
-    QVERIFY2(timer.elapsed() < 6000, qPrintable(QString::number(timer.elapsed()))); // three calls
-    QCOMPARE(capture.take().size(), 2);
+    QCOMPARE(manager.retrieveLanguageName(), QString());
+    QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed()))); // one wait
+    QCOMPARE(capture.take().size(), 3);
 
+    QSignalSpy reloads(&manager, &TextManager::languageReloaded);
     device.send(SIGCONT);
-    QCOMPARE(manager.retrieveLanguageName(), "de_DE");
+    QVERIFY(reloads.wait()); // it is asked again, though it has announced nothing
+    QCOMPARE(manager.getLanguageName(), "de_DE");
 }
 
 void DeviceLanguageTest::isNotHeldUpByABusThatHangs()
@@ -224,7 +415,21 @@ void DeviceLanguageTest::isNotHeldUpByABusThatHangs()
     startWatch(watch, m_Files.path(), "unixexec:path=wc"); // takes calls, answers none
     QCOMPARE(nextAnswer(watch), ": en_US");
     QVERIFY(endsAtOnce(watch)); // while it still hangs
-    QCOMPARE(watch.readAllStandardError().count("service of the device is not on the bus"), 1);
+    QCOMPARE(watch.readAllStandardError().count("the device's bus is not there"), 1);
+}
+
+void DeviceLanguageTest::isNotHeldUpByABusThatStops()
+{
+    DeviceService device(DeviceService::withLanguage("\"de_DE\""));
+    QVERIFY(!Connector::createAndConnect("DeviceManager", "Configuration").isNull());
+    WarningCapture capture;
+    QElapsedTimer timer;
+    m_Bus.send(SIGSTOP);
+    timer.start();
+    const TextManager manager(m_Files.path(), QString());
+    m_Bus.send(SIGCONT);
+    QVERIFY2(timer.elapsed() < 6000, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE(manager.getLanguageName(), "de_DE");
 }
 
 void DeviceLanguageTest::describesItself()
@@ -244,8 +449,9 @@ void DeviceLanguageTest::readsAndStoresDynamicTexts()
     auto connector = Connector::createAndConnect("DeviceManager", "Configuration");
     QSignalSpy changes(connector.data(), &Connector::configurationDataChanged);
     const auto store = [](const QString& value) {
-        return DeviceService::tell("setDynamicText", {"string:I", "string:U", "string:Device",
-                                                      "string:ja_JP", "variant:" + value});
+        return DeviceService::tell(
+            "Configuration.setDynamicText",
+            {"string:I", "string:U", "string:Device", "string:ja_JP", "variant:" + value});
     };
     for (const QString value : {"double:nan", "int64:9007199254740993"})
         QVERIFY(store(value).contains("NotStored: JSON does not keep"));
@@ -291,14 +497,16 @@ void DeviceLanguageTest::parsesSelectorUrls()
 void DeviceLanguageTest::refusesFaultyFiles_data()
 {
     addTable(R"(json                           | fault
-        {\n  "configuration": {,}}             | :2:21: malformed JSON: syntax error while parsing
+        {\n  "configuration": {,}}             | :2:21: malformed JSON: found ',', expected a key
         []                                     | : expected an object, found an array
         {"configuraton": {}}                   | : configuraton: expected configuration, dynamic
         {"configuration": {"I": {}, "I": {}}}  | : the key configuration/I stands there twice
         {"": {}, "": {}}                       | : the key "" stands there twice
-        7                                      | :1:1: malformed JSON: found a number
+        7                                      | :1:1: malformed JSON: found a value alone
         {"dynamicTexts": {"I": {"U": []}}}     | : dynamicTexts/I/U: expected an object, found an
         {"configuration": {"I": {"M": {"K": [{"a": null}]}}}} | : configuration/I/M/K[0]/a: null is
+        {"configuration": {"I": {"M": {"K": {"a": "b\u0000"}}}}} | : configuration/I/M/K/a: the bus carries no text
+        {"dynamicTexts": {"I": {"U": {"K": {"L": DEEP}}}}} | : dynamicTexts/I/U/K/L%1: the bus carries no value of so
         {"statusDisplay": {"available": true}} | : statusDisplay/folder: expected a text, found not
     )");
 }
@@ -306,11 +514,13 @@ void DeviceLanguageTest::refusesFaultyFiles_data()
 void DeviceLanguageTest::refusesFaultyFiles()
 {
     const LanguageFiles files;
-    const QByteArray json = cell("json").toUtf8();
+    const QString deepList = QString(32, '[') + '7' + QString(32, ']');
+    const QByteArray json = cell("json").replace("DEEP", deepList).toUtf8();
     files.write("device", json);
     const ToolRun run({files.file("device")}, {}, {}, DEVICE_SIMULATOR_PROGRAM);
     QCOMPARE(run.exitStatus(), 2);
-    const QString message = "device-simulator: " + files.file("device") + cell("fault");
+    const QString message = "device-simulator: " + files.file("device") +
+                            cell("fault").replace("%1", QString("[0]").repeated(32));
     QVERIFY2(run.messages().startsWith(message), qPrintable(run.messages()));
     QFile file(files.file("device"));
     QVERIFY(file.open(QIODevice::ReadOnly));
@@ -325,7 +535,27 @@ void DeviceLanguageTest::watches()
     QCOMPARE(nextAnswer(watch), "de_DE: de_DE");
     DeviceService::setLanguage("Languages/ja_JP");
     QCOMPARE(nextAnswer(watch), "ja_JP: ja_JP");
+    m_Files.write("next", R"({"Content": {"A": {"text": "new"}}})");
+    m_Files.remove("ja_JP");
+    QVERIFY(QFile::rename(m_Files.file("next"), m_Files.file("ja_JP")));
+    QCOMPARE(nextAnswer(watch), "ja_JP: new");
+    m_Files.write("ja_JP", R"({"Content": {"A": {"text": "newer"}}})");
+    QCOMPARE(nextAnswer(watch), "ja_JP: newer");
     QVERIFY(endsAtOnce(watch));
+    QVERIFY(watch.readAllStandardError().contains("the language is ja_JP."));
+    QCOMPARE(ToolRun({"watch", m_Files.path(), "A", "A", "--once"}).output(),
+             "A\tnewer\nA\tnewer\n");
+
+    startWatch(watch, m_Files.path(), qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
+    QCOMPARE(nextAnswer(watch), "ja_JP: newer");
+    QCOMPARE(device.end(SIGINT), 0);
+    QByteArray messages;
+    QTRY_VERIFY((messages += watch.readAllStandardError()).contains("has gone"));
+    QVERIFY(endsAtOnce(watch));
+    const QString untilNobodyReads = QString("'%1' watch '%2' A | head -n 1");
+    const ToolRun run({"-c", untilNobodyReads.arg(TEXTMANAGER_PROGRAM, m_Files.path())}, {}, {},
+                      "sh");
+    QCOMPARE(run.output(), "en_US\n");
 }
 
 QTEST_GUILESS_MAIN(DeviceLanguageTest)

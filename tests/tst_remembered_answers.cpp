@@ -24,6 +24,15 @@ public:
     {
         return getTextOrComment(m_LanguageMap, url, ok, key, "Content", "text");
     }
+    QString getAnsweringLanguagePlainly(const QString& url, const QString& key) const
+    {
+        bool ok = false;
+        for (const QString& each : {key, QString("en_US"), QString("POSIX")}) {
+            if (!getObjectFromMap(m_LanguageMap, url, ok, each, "Content", "text").isEmpty())
+                return each;
+        }
+        return QString();
+    }
     QString getShortTextPlainly(const QString& url, bool& ok, const QString& key) const
     {
         const QString text = getObjectFromMap(m_ShortLanguageMap, url, ok, key, "Content", "text");
@@ -32,7 +41,7 @@ public:
     }
 };
 
-const QStringList languages = {"de_DE", "en_US", "POSIX", "xx_XX"};
+const QStringList languages = {"de_DE", "en_US", "POSIX", "de_AT"};
 const QStringList keys = {"A", "B", "", "text"};
 
 int residentMegabytes()
@@ -49,8 +58,10 @@ class RememberedAnswersTest : public QObject
 
 private Q_SLOTS:
     void answersAsIfNothingWereRemembered();
+    void leavesTheMapsPlain();
     void tellsUrlsOfOneHashApart();
     void takesNoMoreMemoryForMadeUpUrls();
+    void freesWhatIsReplaced();
 
 private:
     int below(int limit) { return std::uniform_int_distribution<>(0, limit - 1)(m_Random); }
@@ -127,6 +138,9 @@ void RememberedAnswersTest::answersAsIfNothingWereRemembered()
         changeSomething(files, manager);
         if (below(2) == 0)
             reload(files, manager, capture);
+        // Lent out before the look-ups, and used after them.
+        auto& map = below(2) == 0 ? manager.m_LanguageMap : manager.m_ShortLanguageMap;
+        const auto lent = map.find(any(languages));
         for (int count = 0; count < 60; ++count) {
             const QString url =
                 QStringList{any(keys), any(keys), any(keys)}.mid(below(3)).join('/');
@@ -142,11 +156,29 @@ void RememberedAnswersTest::answersAsIfNothingWereRemembered()
                      full);
             QCOMPARE(outcome([&](bool& ok) { return manager.getText(url, ok, key, true); }),
                      outcome([&](bool& ok) { return manager.getTextPlainly(url, ok, key); }));
+            QCOMPARE(manager.getAnsweringLanguage(url, key),
+                     manager.getAnsweringLanguagePlainly(url, chosen));
             QCOMPARE(
                 outcome([&](bool& ok) { return manager.getShortText(url, ok, key); }),
                 outcome([&](bool& ok) { return manager.getShortTextPlainly(url, ok, chosen); }));
         }
+        if (lent != map.end()) {
+            lent.value()["Content"] = randomNode(0);
+            QCOMPARE(map.value(lent.key()), lent.value());
+        }
     }
+}
+
+void RememberedAnswersTest::leavesTheMapsPlain()
+{
+    const LanguageFiles files;
+    for (const QString& language : languages)
+        files.write(language, R"({"Content": {"A": {"text": "a"}}})");
+    OpenTextManager manager(files.path(), "de_DE", "short");
+    QStringList seen;
+    for (auto it = manager.m_LanguageMap.begin(); it != manager.m_LanguageMap.end(); ++it)
+        seen += it.key() + manager.getText("A", it.key());
+    QCOMPARE(seen.join(' '), "POSIXa de_ATa de_DEa en_USa");
 }
 
 void RememberedAnswersTest::tellsUrlsOfOneHashApart()
@@ -177,7 +209,9 @@ void RememberedAnswersTest::takesNoMoreMemoryForMadeUpUrls()
     const int before = residentMegabytes();
     bool ok = false;
     for (int count = 0; count < 200'000; ++count) {
-        const QString made = QString::number(count).rightJustified(250, 'x');
+        QString made(count < 190'000 ? 250 : 20'000, 'x'); // some in a large buffer of the caller
+        made.resize(240);
+        made += QString::number(count).rightJustified(10);
         manager.getText(made, ok, "en_US", false);
         if (count < 5'000)
             manager.getText("A", ok, made, false);
@@ -186,6 +220,26 @@ void RememberedAnswersTest::takesNoMoreMemoryForMadeUpUrls()
     // Unbounded in number or length it would be several hundred; a sanitizer multiplies what is
     // kept.
     QVERIFY2(residentMegabytes() - before < 200, qPrintable(QString::number(residentMegabytes())));
+}
+
+void RememberedAnswersTest::freesWhatIsReplaced()
+{
+    const LanguageFiles files;
+    OpenTextManager manager(files.path(), "de_DE", "short");
+    const int before = residentMegabytes();
+    for (int count = 0; count < 60; ++count) { // one language, in a file of another name each time
+        const QString name = QString("de_DE.%1").arg(count);
+        const QByteArray text = QByteArray(2'000'000, 'x') + QByteArray::number(count);
+        const LanguageFiles others;
+        for (const LanguageFiles* each : {&files, &others})
+            each->write(name, R"({"Content": {"A": {"text": ")" + text + R"("}}})");
+        QMap<QString, QJsonObject> map;
+        manager.addLanguage(others.path(), map);
+        manager.reloadLanguage();
+        QCOMPARE(manager.getText("A", "de_DE").size(), text.size());
+        files.remove(name);
+    }
+    QVERIFY2(residentMegabytes() - before < 60, qPrintable(QString::number(residentMegabytes())));
 }
 
 QTEST_GUILESS_MAIN(RememberedAnswersTest)

@@ -10,8 +10,14 @@
 #include <QTest>
 
 #include <atomic>
+#include <functional>
 #include <future>
 #include <mutex>
+#include <vector>
+
+#include <sys/stat.h>
+
+using namespace std::chrono_literals;
 
 namespace
 {
@@ -32,8 +38,10 @@ void writeLanguages(const LanguageFiles& files)
     files.write("en_US", R"({"Header": {"language": "English"}, "Content": {
         "All": {"text": "en", "comment": "c en"}, "EmptyDe": {"text": "en", "comment": "c en"},
         "NumberDe": {"text": "en", "comment": "c en"}, "EmptyEn": {"text": "", "comment": ""},
+        "NumberEn": {"text": 1, "comment": 2},
         "NotPosix": {"text": "en", "comment": "c en"}}})");
     files.write("POSIX", R"({"Content": {
+        "NumPosix": {"text": 1, "comment": 2},
         "All": {"text": "posix", "comment": "c posix"}, "EmptyPosix": {"text": "", "comment": ""},
         "OnlyPosix": {"text": "posix", "comment": "c posix"}}})");
     files.write("short/de_DE", R"({"Content": {"All": {"text": "s"}, "NotPosix": {"text": ""}}})");
@@ -60,11 +68,13 @@ class TextManagerBaseTest : public QObject
 private Q_SLOTS:
     void loadsFolders_data();
     void loadsFolders();
+    void loadsFilesInOrder();
     void loadsTheCurrentDirectoryInPlaceOfAnEmptyFolder();
     void derivesNames();
     void keepsLanguagesAcrossReloads_data();
     void keepsLanguagesAcrossReloads();
     void announcesReloadsWithoutTheLock();
+    void takesTheLock();
     void answersTexts_data();
     void answersTexts();
     void answersFromMemory();
@@ -92,6 +102,8 @@ void TextManagerBaseTest::loadsFolders()
     const LanguageFiles files;
     const QString path = files.path() + cell("file");
     QVERIFY(QDir(files.path()).mkdir("a_folder.json"));
+    QCOMPARE(mkfifo(qPrintable(files.file("a_fifo")), 0600), 0); // opened, it would wait for ever
+    QVERIFY(QFile::link("a_fifo.json", files.file("a_link")));
     files.writePath(path, cell("content").toUtf8());
     QStringList warnings;
     if (cell("warnings") == "1")
@@ -106,6 +118,22 @@ void TextManagerBaseTest::loadsFolders()
     manager.loadAndParseFromJson(path, object);
     QCOMPARE(object.contains("untouched"), cell("assigned") == "0");
     QCOMPARE(capture.take(), warnings);
+}
+
+void TextManagerBaseTest::loadsFilesInOrder()
+{
+    const LanguageFiles files;
+    for (const char* name : {"de_DE.a", "de_DE.B"}) // the later one, whatever its case, is kept
+        files.write(name, oneText(name));
+    for (const char* name : {"short/a", "b"})
+        files.write(name, "{}");
+
+    WarningCapture capture;
+    const TextManagerBase manager(files.path(), "de_DE", "short");
+    QCOMPARE(manager.getText("A", "de_DE"), "de_DE.B");
+    QCOMPARE(capture.take().join(' '), // full texts come first
+             files.fill("No 'Content'-key found in language file: \"DIR/b.json\" "
+                        "No 'Content'-key found in language file: \"DIR/short/a.json\""));
 }
 
 void TextManagerBaseTest::loadsTheCurrentDirectoryInPlaceOfAnEmptyFolder()
@@ -181,6 +209,43 @@ void TextManagerBaseTest::announcesReloadsWithoutTheLock()
     QVERIFY(isLockFree);
 }
 
+void TextManagerBaseTest::takesTheLock()
+{
+    ReachableTextManager manager("/nowhere/", "de_DE", "short");
+    bool ok = false;
+    QJsonObject object;
+    const std::vector<std::function<void()>> locked = {
+        [&] { manager.loadLanguages(); },
+        [&] { manager.loadAndParseFromJson("/nowhere/de_DE.json", object); },
+        [&] { manager.getAvailableLanguages(); },
+        [&] { manager.getText("A", ok, "de_DE", true); },
+        [&] { manager.getText("A", "de_DE"); },
+        [&] { manager.getAnsweringLanguage("A", "de_DE"); },
+        [&] { manager.getShortText("A", ok, "de_DE"); },
+        [&] { manager.getShortText("A", "de_DE"); },
+        [&] { manager.getHeaderText(TextManagerDefinitions::Language, "de_DE", true); },
+        [&] { manager.getLanguageHeaderInfo("de_DE"); },
+        [&] { manager.getAvailableUrls("de_DE"); },
+    };
+    const auto unlocked = [&] {
+        manager.getComment("A", "de_DE", ok);
+        manager.getComment("A", "de_DE");
+        manager.getLanguageFileNameFromLanguageName(manager.selectSuitableLanguageKey(""));
+        manager.getShortLanguageFileNameFromLanguageName(manager.getLanguageName());
+    };
+
+    std::unique_lock<QMutex> lock(manager.m_Mutex);
+    QCOMPARE(std::async(std::launch::async, unlocked).wait_for(10s), std::future_status::ready);
+    for (std::size_t i = 0; i < locked.size(); ++i) {
+        auto operation = std::async(std::launch::async, locked[i]);
+        const bool isWaiting = operation.wait_for(20ms) == std::future_status::timeout;
+        lock.unlock();
+        operation.get();
+        lock.lock();
+        QVERIFY2(isWaiting, qPrintable(QString("operation %1 takes no lock").arg(i)));
+    }
+}
+
 void TextManagerBaseTest::answersTexts_data()
 {
     // "key" says whether an empty language key is taken as it is; else it stands for the current
@@ -199,6 +264,8 @@ void TextManagerBaseTest::answersTexts_data()
         an empty short text           | NotPosix   | de_DE    |       | de, 1    | de_DE | de, 1    | c de, 1    |
         nowhere                       | No/Where   | de_DE    |       | , 0      |       | , 0      | , 0        |
         a number falls back and warns | NumberDe   | de_DE    |       | en, 1    | en_US | en, 0    | c en, 1    | yes
+        not asked twice: en_US        | NumberEn   | en_US    |       | , 0      |       | , 0      | , 0        | yes
+        not asked twice: POSIX        | NumPosix   | POSIX    |       | , 0      |       | , 0      | , 0        | yes
     )");
 }
 
@@ -259,6 +326,14 @@ void TextManagerBaseTest::answersHeaders()
     QCOMPARE(manager.getLanguageHeaderInfo("de_DE"),
              qMakePair(QString("German"), QString("formal")));
     QCOMPARE(manager.getLanguageHeaderInfo(""), qMakePair(QString("English"), QString()));
+    QCOMPARE(manager.getAvailableUrls(""),
+             QStringList({"All", "EmptyDe", "EmptyEn", "NotPosix", "NumberDe"}));
+
+    QJsonObject document = parseObject(R"({"Header": {"language": "English"},
+        "Content": {"A": {"text": "en", "comment": "c en"}}})");
+    const TextManagerBase onlyPosix("POSIX", document); // which is never asked in another's place
+    QCOMPARE(onlyPosix.getLanguageHeaderInfo("en_US"), qMakePair(QString(), QString()));
+    QCOMPARE(onlyPosix.getAvailableUrls("en_US"), QStringList());
 }
 
 void TextManagerBaseTest::answersWhileReloading()

@@ -88,6 +88,10 @@ void ToolEditingTest::edits_data()
         {"M": {}}                                  | set DIR de --batch - | M#b\n{"url": "M" "text": "c"} | 2 | same | standard input:2:13: malformed JSON
         {"M": {}}                                  | set DIR de --batch - | {"url": "M", "text": 1}       | 2 | same | standard input:1:1: unexpected "text"; expected an object with
         {"M": {}}                                  | set DIR de --batch - | M#b\n?#c                      | 2 | same | standard input:2:1: is not encoded in UTF-8
+        {"M": {"text": "a", "comment": ""}}        | set DIR de N/M --text b --comment= | | 0 | {"M": {"text": "a", "comment": ""}, "N": {"childs": {"M": {"text": "b", "comment": ""}}}} | N/M: is new. Did you mean M?
+        {"M": {"text": "a", "comment": ""}}        | set DIR de --batch - --must-exist  | M#b\nN#c | 1 | same | N: is not there, and --must-exist adds no URL
+        {"M": {}}                                  | remove DIR de M --dry-run          | | 0 | same | a dry run: nothing was written to
+        {"M": {}}                                  | new DIR it --dry-run               | | 0 | same | a dry run: nothing was written to
         {}                                         | set DIR fr M --text t              | | 2 | same | there is no language 'fr': no file
         {}                                         | set DIR ../de M --text t           | | 2 | same | '../de' is no language key
         {}                                         | new DIR de                         | | 2 | same | the language 'de' is there already

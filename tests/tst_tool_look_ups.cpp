@@ -31,6 +31,8 @@ class ToolLookUpsTest : public QObject
 private Q_SLOTS:
     void answers_data();
     void answers();
+    void fitsIntoAShell_data();
+    void fitsIntoAShell();
     void translatesEachLineAtOnce();
 };
 
@@ -43,14 +45,15 @@ void ToolLookUpsTest::answers_data()
         get DIR Menu --comment --language de_DE                   | 0    | Titel\n            |
         get DIR Menu --short --short-folder short --language de_DE | 0   | M\n                |
         get DIR Menu/Save --short --short-folder short --language de_DE | 0 | Save\n          | no short text in de_DE, the full text of en_US answers
-        get DIR Menu/Svae Menu                                    | 1    | Menu\n             | Menu/Svae: no text (en_US: not in its file, POSIX: not loaded). Did you mean Menu/Save?
+        get DIR Menu/Svae Menu                                    | 1    | \nMenu\n           | Menu/Svae: no text (en_US: not in its file, POSIX: not loaded). Did you mean Menu/Save?
+        get DIR Menu --language de_de                             | 0    | Menu\n             | language 'de_de' is not loaded. Did you mean de_DE?\n
         get DIR save --language de_DE                             | 1    |                    | Did you mean Menu/Save?
         get DIR Menu/Number                                       | 1    |                    | en_US: empty or no string
         get DIR Nothing/like/this                                 | 1    |                    | POSIX: not loaded).\n
         get DIR Menu --format json                                | 0    | {"answers":[{"found":true,"language":"en_US","text":"Menu","url":"Menu"}]}\n |
         get DIR No --short --short-folder short --format json     | 1    | {"answers":[{"found":false,"isShortText":false,"language":"","text":"","url":"No"}]}\n | No: no text
         languages DIR                                             | 0    | de_DE\nen_US\n     |
-        languages DIR/faulty --format json                        | 1    | {"languages":[],"leftOut":[{"column":17,"fault":"malformed JSON: syntax error while parsing object - unexpected string literal; expected '}'. The file is left out; correct it there.","file":"DIR/faulty/fr_FR.json","line":2}]}\n | textmanager: DIR/faulty/fr_FR.json:2:17: malformed JSON: syntax
+        languages DIR/faulty --format json                        | 1    | {"languages":[],"leftOut":[{"column":15,"fault":"malformed JSON: found '\"', expected ',' or '}'. The file is left out; correct it there.","file":"DIR/faulty/fr_FR.json","line":2}]}\n | textmanager: DIR/faulty/fr_FR.json:2:15: malformed JSON: found
         languages DIR/twice                                       | 1    | de_DE\n            | DIR/twice/de_DE.backup.json: replaced by de_DE.json, which has the same language key 'de_DE'.
         urls DIR                                                  | 0    | Menu\nMenu/Save\n  |
         urls DIR --language fr_FR --format json                   | 0    | {"language":"en_US","urls":["Menu","Menu/Save"]}\n | language 'fr_FR' is not loaded, 'en_US' answers; loaded are: de_DE, en_US.
@@ -72,18 +75,18 @@ void ToolLookUpsTest::answers_data()
         pick --language fr_FR < {"de_DE": "d", "POSIX": ""}       | 0    | \n                | no text in fr_FR, POSIX answers.
         pick --format json < {"en_US": "e", "fr_FR": ""}          | 0    | {"found":true,"language":"en_US","text":"e","valid":false}\n | fr_FR: empty or no text; it is left out.\ntextmanager: the object is not valid: it has no POSIX.
         pick < {"fr_FR": "f"}                                     | 1    |                    | nor in a fallback language; there are: fr_FR.
-        pick < {\n"POSIX": "p",\n"ä日本" "e"}                     | 2    |                    | standard input:3:9: malformed JSON: syntax error while parsing object separator - unexpected string literal; expected ':'.
-        pick                                                      | 2    |                    | standard input:1:1: malformed JSON: syntax error while parsing value - unexpected end of input
-        pick < {"POSIX": {                                        | 2    |                    | standard input:1:12: malformed JSON: syntax error while parsing object key - unexpected end of input; expected string literal
-        pick < {"POSIX": "p",\n "n": 1e400}                       | 2    |                    | standard input:2:11: malformed JSON: number overflow
-        pick < DEEP                                               | 2    |                    | standard input:1:1025: malformed JSON: too deeply nested
+        pick < {\n"POSIX": "p",\n"ä日本" "e"}                     | 2    |                    | standard input:3:7: malformed JSON: found '"', expected ':' behind the key.
+        pick                                                      | 2    |                    | standard input:1:1: malformed JSON: found the end of the text, expected '{'.
+        pick < {"POSIX": {                                        | 2    |                    | standard input:1:12: malformed JSON: found the end of the text, expected a key in quotation marks.
+        pick < {"POSIX": "p",\n "n": 1e400}                       | 2    |                    | standard input:2:7: malformed JSON: found '1', expected a smaller number.
+        pick < DEEP                                               | 2    |                    | standard input:1:1025: malformed JSON: found more than 1024 levels.
         pick < []                                                 | 2    |                    | standard input:1:1: found an array. Expected is an object
         pick more                                                 | 2    |                    | pick: unexpected argument 'more'.
         translate DIR --language de_DE --keys i:t:s --short-folder short --format json < [{"i":"Menu"},{"i":"Menu/Save","t":"x"},{"i":7}] | 0 | [{"i":"Menu","s":"M","t":"Menü"},{"i":"Menu/Save","t":"x"},{"i":7}]\n | JsonValue for 'TextId' does not contain a string!
         translate DIR --keys i:t --keys t:u --delete-text-url --format json < {"i":"Menu","t":"Menu/Save"} | 0 | {"i":"Menu","t":"","u":"Save"}\n |
         translate DIR --data-type SystemInformationData --format json - < {"valueTextId":"Menu","labelTextId":"No"} | 1 | {"labelText":"","labelTextId":"No","labelTextShort":"","valueText":"Menu","valueTextId":"Menu","valueTextShort":"Menu"}\n | textmanager: unknown text ids, for which the empty text was written: 1\ntextmanager: No: no text (en_US: not in its file,
         translate DIR --keys i:t --format json DIR/short/de_DE.json | 0 | {"Content":{"Menu":{"text":"M"}}}\n |
-        translate DIR --keys i:t < 7                              | 2    |                    | standard input:1:1: malformed JSON: found a number. Expected is an object or an array.
+        translate DIR --keys i:t < 7                              | 2    |                    | standard input:1:1: malformed JSON: found a value alone, expected '{'. Expected is an object or an array.
         translate DIR --keys i:t --lines < {"i":"Menu"}\n\n{"i" 5}\n7\n{"i":"No"}\n[{"i":"No"}] | 1 | {"i":"Menu","t":"Menu"}\n{"i":"No","t":""}\n[{"i":"No","t":""}]\n | standard input:3:6: malformed JSON
         translate DIR --keys i:t --lines DIR                      | 2    |                    | textmanager: cannot read DIR: Is a directory.
         translate DIR - more                                      | 2    |                    | translate: unexpected argument 'more'.
@@ -105,6 +108,30 @@ void ToolLookUpsTest::answers()
                       files.path() + "elsewhere");
     QCOMPARE(run.output(), files.fill(cell("output")));
     QVERIFY2(run.says(files.fill(cell("message"))), qPrintable(run.messages()));
+    QCOMPARE(QString::number(run.exitStatus()), cell("exit"));
+}
+
+void ToolLookUpsTest::fitsIntoAShell_data()
+{
+    addTable(R"(
+        line                                                      | exit | output             | message
+        script -qec "TOOL get DIR Red" /dev/null                  | 0    | \u001b[31m\u009b\r\n |
+        script -qec "TOOL get DIR Red --format json" /dev/null    | 0    | {"answers":[{"found":true,"language":"en_US","text":"\u001b[31m\u009b","url":"Red"}]}\r\n |
+        TOOL get DIR Red >DIR/t; od -An -tx1 DIR/t >DIR/o; tr -d ' ' <DIR/o| 0    | 1b5b33316dc29b0a\n |
+        TOOL get DIR Red >/dev/full                               | 2    |                    | cannot write the result: No space left on device
+        TOOL set DIR en_US Red --text t >/dev/full                | 0    |                    | en_US.json: is saved, but what was changed could not be printed: No space
+        TOOL get DIR "`printf 'R\377d'`"                        | 2    |                    | the argument 'R\xffd' is not encoded in UTF-8
+    )");
+}
+
+void ToolLookUpsTest::fitsIntoAShell()
+{
+    const LanguageFiles files;
+    files.write("en_US", R"({"Content": {"Red": {"text": "\u001b[31m\u009b", "comment": ""}}})");
+    const QString line = files.fill(cell("line")).replace("TOOL", TEXTMANAGER_PROGRAM);
+    const ToolRun run({"-c", line}, {}, {}, "sh");
+    QCOMPARE(run.output(), cell("output"));
+    QVERIFY2(run.says(cell("message")), qPrintable(run.messages()));
     QCOMPARE(QString::number(run.exitStatus()), cell("exit"));
 }
 

@@ -7,6 +7,8 @@
 #include <QSharedPointer>
 #include <QString>
 
+class ServiceChanges;
+
 /**
  * Client of one module's configuration service on the device's bus.
  *
@@ -15,14 +17,25 @@
  * bus elsewhere, as on a device; so also, after a warning, when it names none of the two. All
  * clients of a process share one connection, made for the first.
  *
- * **Waiting.** What waits for the bus or the service does so for one second at the most, step by
- * step: to connect, to see whether the service is there, to be answered. So createAndConnect()
- * blocks for two seconds at the most, and so does a read. A service that hangs gives an error, and
- * a bus that hangs counts as one that is not there. A service that does not run is not started.
+ * **Waiting.** Whatever waits does so for one second at the most, step by step: to connect to the
+ * bus, to be answered. So createAndConnect() blocks for a second at the most, and a read for two;
+ * on a bus that is there it is nothing and one. A service that hangs gives an error, and its next
+ * reads fail at once until it answers again; a bus that hangs counts as one that is not there. A
+ * service that does not run is not started.
  *
- * **Restarts.** A service that comes back is heard again. What changed meanwhile was announced to
- * nobody, so that its return counts as a change: configurationDataChanged(). A bus that comes back
- * needs a new client.
+ * **Changes** are heard from the moment that a signal is connected or a configuration element is
+ * read, whichever comes first: what is read afterwards misses none. A client that only reads
+ * dynamic texts hears of none, and a read of it is one call. Only the owner of the service's name
+ * is listened to. Changes of a kind that come together are told once: when no more have come for 20
+ * milliseconds, after a second at the latest.
+ *
+ * **Start and restarts.** Whether the service is there plays no part in making a client: without
+ * it, reads are errors. A service that comes, or comes back, is heard, and so is a bus that comes
+ * back. What changed meanwhile was announced to nobody, so that it counts as a change:
+ * configurationDataChanged(), once the service answers. The same follows when a configuration
+ * element could not be read because the service had its name and not yet its object, or hung. It is
+ * asked for in the background, first after a tenth of a second, then ever less often, every three
+ * seconds in the end.
  *
  * **Threads.** Reads may come from any thread. Signals are emitted in the thread that the object
  * lives in, which needs an event loop. The shared pointer may be dropped in any thread.
@@ -32,11 +45,8 @@ class REFERENCEPLATFORM_EXPORT ConfigurationFileHandlerDBusConnector : public QO
     Q_OBJECT
 
 public:
-    /**
-     * A client that hears of every change from now on: what is read afterwards misses none.
-     *
-     * @return null when the bus or the service is not there, which is not logged.
-     */
+    /** A client of an object of a module. @return null when the bus is not there, which is not
+     * logged; a service that is not there is no reason. */
     static QSharedPointer<ConfigurationFileHandlerDBusConnector>
     createAndConnect(const QString& moduleName, const QString& objectName);
 
@@ -57,18 +67,18 @@ public:
 Q_SIGNALS:
     /** The configuration of one instance changed. */
     void configurationChanged(const QString& strInstanceName);
-    /** Configuration data changed that belong to no named instance, or the service came back. */
+    /** Configuration data changed that belong to no named instance, or the service came or came
+     * back. */
     void configurationDataChanged();
 
-private Q_SLOTS:
-    void serviceOwnerChanged(const QString& service, const QString& previousOwner,
-                             const QString& owner);
+protected:
+    /** Subscribes at the service with the first connection of a slot, and not before. */
+    void connectNotify(const QMetaMethod& signal) override;
 
 private:
     ConfigurationFileHandlerDBusConnector(const QString& moduleName, const QString& objectName);
-    bool subscribe();
-    DBusReply read(const QString& method, const QStringList& arguments) const;
 
     const QString m_StrModuleName;
     const QString m_StrObjectName;
+    ServiceChanges* const m_Changes; ///< belongs to this object
 };

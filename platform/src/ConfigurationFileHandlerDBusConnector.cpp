@@ -1,9 +1,12 @@
 #include "ConfigurationFileHandlerDBusConnector.h"
 
 #include "DeviceBus.h"
+#include "ServiceChanges.h"
 
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
+#include <QMetaMethod>
 #include <QThread>
 
 namespace
@@ -19,13 +22,17 @@ void deleteInItsThread(QObject* object)
         object->deleteLater();
 }
 
-DBusReply toReply(const QDBusMessage& message)
+DBusReply toReply(const QDBusMessage& message, const QString& moduleName)
 {
     if (message.type() == QDBusMessage::ReplyMessage) {
         const QVariantList values = message.arguments();
         return DBusReply::fromValue(values.isEmpty() ? QVariant()
                                                      : DeviceBus::toPlainValue(values.first()));
     }
+    const QDBusError error(message);
+    if (error.type() != QDBusError::Disconnected && DeviceBus::isOfServiceNotThere(error))
+        return DBusReply::fromError(QStringLiteral("The service %1 is not on the bus")
+                                        .arg(DeviceBus::serviceName(moduleName)));
     const QString text = message.errorMessage();
     return DBusReply::fromError(text.isEmpty() ? message.errorName() : text);
 }
@@ -36,18 +43,22 @@ QSharedPointer<ConfigurationFileHandlerDBusConnector>
 ConfigurationFileHandlerDBusConnector::createAndConnect(const QString& moduleName,
                                                         const QString& objectName)
 {
-    if (!DeviceBus::isServiceThere(DeviceBus::connection(), moduleName))
+    if (!DeviceBus::connection().isConnected())
         return nullptr;
-    QSharedPointer<ConfigurationFileHandlerDBusConnector> connector(
+    return QSharedPointer<ConfigurationFileHandlerDBusConnector>(
         new ConfigurationFileHandlerDBusConnector(moduleName, objectName), deleteInItsThread);
-    return connector->subscribe() ? connector : nullptr;
 }
 
 ConfigurationFileHandlerDBusConnector::ConfigurationFileHandlerDBusConnector(
     const QString& moduleName, const QString& objectName)
     : m_StrModuleName(moduleName)
     , m_StrObjectName(objectName)
+    , m_Changes(new ServiceChanges(moduleName, objectName, this))
 {
+    connect(m_Changes, &ServiceChanges::instanceChanged, this,
+            &ConfigurationFileHandlerDBusConnector::configurationChanged);
+    connect(m_Changes, &ServiceChanges::somethingChanged, this,
+            &ConfigurationFileHandlerDBusConnector::configurationDataChanged);
 }
 
 ConfigurationFileHandlerDBusConnector::~ConfigurationFileHandlerDBusConnector() = default;
@@ -55,7 +66,12 @@ ConfigurationFileHandlerDBusConnector::~ConfigurationFileHandlerDBusConnector() 
 DBusReply ConfigurationFileHandlerDBusConnector::getConfigurationElementValue(
     const QString& instance, const QString& key, const QString& moduleName) const
 {
-    return read(QStringLiteral("getConfigurationElementValue"), {instance, key, moduleName});
+    m_Changes->listen(); // before it is read, so that no change falls between the two
+    const QDBusMessage answer = DeviceBus::call(m_StrModuleName, m_StrObjectName,
+                                                QStringLiteral("getConfigurationElementValue"),
+                                                {instance, key, moduleName});
+    m_Changes->noteAnswer(answer);
+    return toReply(answer, m_StrModuleName);
 }
 
 DBusReply ConfigurationFileHandlerDBusConnector::getDynamicText(const QString& instance,
@@ -63,34 +79,16 @@ DBusReply ConfigurationFileHandlerDBusConnector::getDynamicText(const QString& i
                                                                 const QString& kind,
                                                                 const QString& language) const
 {
-    return read(QStringLiteral("getDynamicText"), {instance, urlIncludingIndex, kind, language});
+    return toReply(DeviceBus::call(m_StrModuleName, m_StrObjectName,
+                                   QStringLiteral("getDynamicText"),
+                                   {instance, urlIncludingIndex, kind, language}),
+                   m_StrModuleName);
 }
 
-void ConfigurationFileHandlerDBusConnector::serviceOwnerChanged(const QString&, const QString&,
-                                                                const QString& owner)
+void ConfigurationFileHandlerDBusConnector::connectNotify(const QMetaMethod& signal)
 {
-    if (!owner.isEmpty())
-        Q_EMIT configurationDataChanged();
-}
-
-bool ConfigurationFileHandlerDBusConnector::subscribe()
-{
-    QDBusConnection bus = DeviceBus::connection();
-    const QString service = DeviceBus::serviceName(m_StrModuleName);
-    const QString path = DeviceBus::objectPath(m_StrObjectName);
-    const auto relay = [&](const QString& name, const char* signal) {
-        return bus.connect(service, path, DeviceBus::interfaceName(), name, this, signal);
-    };
-    return relay(QStringLiteral("configurationChanged"), SIGNAL(configurationChanged(QString))) &&
-           relay(QStringLiteral("configurationDataChanged"), SIGNAL(configurationDataChanged())) &&
-           bus.connect(DeviceBus::busName(), QString(), DeviceBus::busName(),
-                       QStringLiteral("NameOwnerChanged"), {service}, QStringLiteral("sss"), this,
-                       SLOT(serviceOwnerChanged(QString, QString, QString)));
-}
-
-DBusReply ConfigurationFileHandlerDBusConnector::read(const QString& method,
-                                                      const QStringList& arguments) const
-{
-    return toReply(DeviceBus::call(DeviceBus::connection(), m_StrModuleName, m_StrObjectName,
-                                   method, arguments));
+    using Self = ConfigurationFileHandlerDBusConnector;
+    if (signal == QMetaMethod::fromSignal(&Self::configurationChanged) ||
+        signal == QMetaMethod::fromSignal(&Self::configurationDataChanged))
+        m_Changes->listen();
 }

@@ -1,24 +1,24 @@
 #include "DeviceBus.h"
 
 #include <QDBusArgument>
+#include <QDBusError>
 #include <QDBusObjectPath>
+#include <QDBusPendingCall>
 #include <QDBusSignature>
 #include <QDBusVariant>
 #include <QDebug>
+#include <QHash>
 #include <QMutex>
 #include <QMutexLocker>
 
-#include <chrono>
 #include <future>
+#include <limits>
 #include <thread>
 
 #include <dbus/dbus.h>
 
 namespace
 {
-
-constexpr std::chrono::milliseconds limit{1000};
-constexpr std::chrono::milliseconds noTime{0};
 
 QDBusConnection::BusType chooseBus()
 {
@@ -65,17 +65,55 @@ std::shared_future<QDBusConnection> startConnecting()
     return attempt;
 }
 
-bool isDone(const std::shared_future<QDBusConnection>& attempt, std::chrono::milliseconds time)
+struct Attempt {
+    std::shared_future<QDBusConnection> result;
+    std::chrono::steady_clock::time_point patienceEnd;
+
+    bool isDone() const
+    {
+        return result.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    }
+};
+
+/** The last attempt to connect; a new one unless it is under way, or its connection holds. */
+Attempt currentAttempt()
 {
-    return attempt.valid() && attempt.wait_for(time) == std::future_status::ready;
+    static QMutex mutex;
+    static Attempt attempt;
+    const QMutexLocker locker(&mutex);
+    const bool isOver =
+        !attempt.result.valid() || (attempt.isDone() && !attempt.result.get().isConnected());
+    if (isOver)
+        attempt = {startConnecting(), std::chrono::steady_clock::now() + DeviceBus::limit};
+    return attempt;
 }
 
-QDBusMessage waitForAnswer(const QDBusConnection& bus, QDBusMessage question,
-                           const QVariantList& arguments)
+/** Services that did not answer in time, each with a question that stays with it. */
+class SilentServices
 {
-    question.setArguments(arguments);
-    question.setAutoStartService(false);
-    return bus.call(question, QDBus::Block, static_cast<int>(limit.count()));
+public:
+    bool contains(const QString& service)
+    {
+        const QMutexLocker locker(&m_Mutex);
+        const auto question = m_Questions.constFind(service);
+        return question != m_Questions.constEnd() && !question->isFinished();
+    }
+
+    void insert(const QString& service, const QDBusPendingCall& question)
+    {
+        const QMutexLocker locker(&m_Mutex);
+        m_Questions.insert(service, question);
+    }
+
+private:
+    QMutex m_Mutex;
+    QHash<QString, QDBusPendingCall> m_Questions; ///< by service
+};
+
+bool isTimeOut(const QDBusError& error)
+{
+    return error.type() == QDBusError::NoReply || error.type() == QDBusError::TimedOut ||
+           error.type() == QDBusError::Timeout;
 }
 
 QVariantList readList(const QDBusArgument& argument)
@@ -160,38 +198,74 @@ QString objectPath(const QString& objectName)
 
 QDBusConnection connection()
 {
-    static QMutex mutex;
-    static std::shared_future<QDBusConnection> attempt; // the last one, guarded by the mutex
-    const QMutexLocker locker(&mutex);
-    if (isDone(attempt, noTime) && attempt.get().isConnected())
-        return attempt.get();
-    // One that still waits for a bus that hangs is not waited for again.
-    const bool isPending = attempt.valid() && !isDone(attempt, noTime);
-    if (!isPending)
-        attempt = startConnecting();
-    return isDone(attempt, isPending ? noTime : limit) ? attempt.get() : QDBusConnection(QString());
+    const Attempt attempt = currentAttempt();
+    attempt.result.wait_until(attempt.patienceEnd);
+    return attempt.isDone() ? attempt.result.get() : QDBusConnection(QString());
 }
 
-bool isServiceThere(const QDBusConnection& bus, const QString& moduleName)
+QDBusConnection connectionAtOnce()
 {
-    const QDBusMessage question =
-        QDBusMessage::createMethodCall(busName(), QStringLiteral("/org/freedesktop/DBus"),
-                                       busName(), QStringLiteral("NameHasOwner"));
-    const QDBusMessage answer = waitForAnswer(bus, question, {serviceName(moduleName)});
-    return answer.type() == QDBusMessage::ReplyMessage && answer.arguments().value(0).toBool();
+    const Attempt attempt = currentAttempt();
+    return attempt.isDone() ? attempt.result.get() : QDBusConnection(QString());
 }
 
-QDBusMessage call(const QDBusConnection& bus, const QString& moduleName, const QString& objectName,
-                  const QString& method, const QStringList& arguments)
+QDBusMessage questionToBus(const QString& method, const QVariantList& arguments)
 {
-    QVariantList values;
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        busName(), QStringLiteral("/org/freedesktop/DBus"), busName(), method);
+    message.setArguments(arguments);
+    return message;
+}
+
+QDBusMessage question(const QString& moduleName, const QString& objectName, const QString& method,
+                      const QStringList& arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        serviceName(moduleName), objectPath(objectName), interfaceName(), method);
     for (const QString& argument : arguments)
-        values.append(argument);
-    return waitForAnswer(bus,
-                         QDBusMessage::createMethodCall(serviceName(moduleName),
-                                                        objectPath(objectName), interfaceName(),
-                                                        method),
-                         values);
+        message << argument;
+    message.setAutoStartService(false);
+    return message;
+}
+
+QDBusMessage anyQuestion(const QString& moduleName, const QString& objectName)
+{
+    return question(moduleName, objectName, QStringLiteral("getConfigurationElementValue"),
+                    {QString(), QString(), QString()});
+}
+
+QDBusMessage call(const QString& moduleName, const QString& objectName, const QString& method,
+                  const QStringList& arguments)
+{
+    static SilentServices silentServices;
+    const QString service = serviceName(moduleName);
+    if (silentServices.contains(service))
+        return QDBusMessage::createError(
+            QDBusError::NoReply,
+            QStringLiteral("%1 did not answer before and is not waited for again until it does")
+                .arg(service));
+
+    const QDBusConnection bus = connection();
+    const QDBusMessage answer = bus.call(question(moduleName, objectName, method, arguments),
+                                         QDBus::Block, static_cast<int>(limit.count()));
+    // A connection that broke leaves its questions unanswered, too.
+    if (isTimeOut(answer) && bus.isConnected())
+        silentServices.insert(service, bus.asyncCall(anyQuestion(moduleName, objectName),
+                                                     std::numeric_limits<int>::max()));
+    return answer;
+}
+
+bool isOfServiceNotAtWork(const QDBusError& error)
+{
+    return isTimeOut(error) || error.type() == QDBusError::UnknownObject ||
+           error.type() == QDBusError::UnknownInterface ||
+           error.type() == QDBusError::UnknownMethod;
+}
+
+bool isOfServiceNotThere(const QDBusError& error)
+{
+    return error.type() == QDBusError::ServiceUnknown || error.type() == QDBusError::Disconnected ||
+           error.name() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
 }
 
 QVariant toPlainValue(const QVariant& value)

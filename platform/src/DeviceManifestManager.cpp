@@ -2,22 +2,35 @@
 
 #include "DeviceBus.h"
 #include "DeviceManagerDefinitions.h"
+#include "ManifestFile.h"
 #include "SystemInformationManagerDefinitions.h"
 
 #include <QDBusMessage>
 #include <QVariantList>
 
-DeviceManifestManager::DeviceManifestManager()
+namespace
+{
+
+StatusDisplay askService()
 {
     const QDBusMessage reply =
-        DeviceBus::call(DeviceBus::connection(), DeviceManagerDefinitions::getModuleName(),
+        DeviceBus::call(DeviceManagerDefinitions::getModuleName(),
                         SystemInformationManagerDefinitions::getObjectNameConfiguration(),
                         QStringLiteral("getStatusDisplay"));
     if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("bs"))
-        return;
-    m_IsStatusDisplayAvailable = reply.arguments().at(0).toBool();
-    if (m_IsStatusDisplayAvailable)
-        m_StrStatusDisplayFolder = reply.arguments().at(1).toString();
+        return StatusDisplay();
+    return {reply.arguments().at(0).toBool(), reply.arguments().at(1).toString()};
+}
+
+} // namespace
+
+DeviceManifestManager::DeviceManifestManager()
+{
+    const std::optional<StatusDisplay> fromFile = readStatusDisplayFromFile();
+    const StatusDisplay display = fromFile ? *fromFile : askService();
+    m_IsStatusDisplayAvailable = display.isAvailable;
+    if (display.isAvailable)
+        m_StrStatusDisplayFolder = display.folder;
 }
 
 bool DeviceManifestManager::isStatusDisplayAvailable() const

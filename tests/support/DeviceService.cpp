@@ -37,14 +37,14 @@ int DeviceService::end(int signal)
 QString DeviceService::tell(const QString& method, const QStringList& arguments)
 {
     const QStringList words = {"--session", "--print-reply", "--dest=Device.DeviceManager",
-                               "/Configuration", "Interface.Configuration." + method};
+                               "/Configuration", "Interface." + method};
     const ToolRun call(words + arguments, {}, {}, "dbus-send");
     return call.output() + call.messages();
 }
 
 QString DeviceService::setLanguage(const QString& value)
 {
-    return tell("setConfigurationElementValue",
+    return tell("Configuration.setConfigurationElementValue",
                 {"string:DeviceSettings/DeviceSettings", "string:Language", "string:TextManager",
                  "variant:string:" + value});
 }

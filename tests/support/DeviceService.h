@@ -27,7 +27,8 @@ public:
     /** Ends the process with a signal. @return its exit status. */
     int end(int signal);
 
-    /** Calls a method as a desktop does. @return what the call printed, its error too. */
+    /** Calls a method, such as "Configuration.setDynamicText", as a desktop does. @return what the
+     * call printed, its error too. */
     static QString tell(const QString& method, const QStringList& arguments = {});
     static QString setLanguage(const QString& value);
 

@@ -62,12 +62,8 @@ QDBusVariant ConfigurationService::answer(const QStringList& keys)
             QStringLiteral("There is no entry %1").arg(keys.join(QStringLiteral(" > "))));
         return QDBusVariant();
     }
-    if (!value->isNull())
-        return QDBusVariant(value->toVariant());
-    // The reply that would be made of what is returned always holds a variant.
-    setDelayedReply(true);
-    connection().send(message().createReply());
-    return QDBusVariant();
+    // The bus knows no null.
+    return QDBusVariant(value->isNull() ? QVariantList() : value->toVariant());
 }
 
 bool ConfigurationService::store(const QStringList& keys, const QDBusVariant& value)

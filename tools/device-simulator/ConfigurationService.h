@@ -8,8 +8,9 @@
 #include <QString>
 
 /**
- * The configuration service of a simulated device: what Interface.Configuration.xml describes, over
- * a file. The file must have been loaded and outlives the service.
+ * The configuration service of a simulated device: what Interface.Configuration.xml describes, and
+ * Interface.DeviceSimulator.xml, over a file. The file must have been loaded and outlives the
+ * service.
  */
 class ConfigurationService : public QObject, protected QDBusContext
 {
@@ -35,6 +36,8 @@ public:
 Q_SIGNALS:
     void configurationChanged(const QString& instance);
     void configurationDataChanged();
+    /** Nobody can ask any more. Not on the bus. */
+    void busLost();
 
 private:
     QDBusVariant answer(const QStringList& keys);

@@ -1,15 +1,12 @@
 #include "DeviceFile.h"
 
+#include "BusValue.h"
 #include "JsonParser.h"
 #include "RepeatedKey.h"
 
 #include <QFile>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QSaveFile>
-
-#include <cmath>
-#include <limits>
 
 namespace
 {
@@ -37,26 +34,11 @@ QString expected(const QString& what, const QString& where, const QJsonValue& fo
     return QStringLiteral("%1: expected %2, found %3").arg(where, what, nameOfType(found));
 }
 
-/** A value inside of a value must not be null, which the bus cannot carry. */
-QString findNull(const QJsonValue& value, const QString& where)
-{
-    if (value.isNull())
-        return QStringLiteral("%1: null is no part of a value").arg(where);
-    QString fault;
-    const QJsonObject object = value.toObject();
-    for (auto member = object.begin(); member != object.end() && fault.isEmpty(); ++member)
-        fault = findNull(member.value(), where + QLatin1Char('/') + member.key());
-    const QJsonArray array = value.toArray();
-    for (int index = 0; index < array.size() && fault.isEmpty(); ++index)
-        fault = findNull(array.at(index), QStringLiteral("%1[%2]").arg(where).arg(index));
-    return fault;
-}
-
 /** @param depth how many levels of objects stand above the values. */
 QString findFaultInLevels(const QJsonValue& value, int depth, const QString& where)
 {
     if (depth == 0)
-        return value.isNull() ? QString() : findNull(value, where);
+        return value.isNull() ? QString() : findObstacleOnBus(value, where);
     if (!value.isObject())
         return expected(QStringLiteral("an object"), where, value);
     QString fault;
@@ -121,54 +103,6 @@ QJsonObject withEntry(QJsonObject object, const QStringList& keys, const QJsonVa
     return object;
 }
 
-/** The value as JSON keeps it; undefined when it does not. */
-QJsonValue toJson(const QVariant& value)
-{
-    constexpr double firstRounded = 1LL << std::numeric_limits<double>::digits; // of the integers
-    bool isKept = true;
-    QJsonValue json;
-    const auto take = [&isKept](const QVariant& part) {
-        const QJsonValue member = toJson(part);
-        isKept = isKept && !member.isUndefined();
-        return member;
-    };
-    switch (value.userType()) {
-    case QMetaType::Bool:
-    case QMetaType::QString:
-        json = QJsonValue::fromVariant(value);
-        break;
-    case QMetaType::Double:
-        json = value.toDouble();
-        isKept = std::isfinite(value.toDouble());
-        break;
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-        json = value.toDouble();
-        isKept = std::abs(value.toDouble()) < firstRounded;
-        break;
-    case QMetaType::QVariantList: {
-        QJsonArray array;
-        for (const QVariant& part : value.toList())
-            array.append(take(part));
-        json = array;
-        break;
-    }
-    case QMetaType::QVariantMap: {
-        QJsonObject object;
-        const QVariantMap map = value.toMap();
-        for (auto member = map.begin(); member != map.end(); ++member)
-            object.insert(member.key(), take(member.value()));
-        json = object;
-        break;
-    }
-    default:
-        isKept = false;
-    }
-    return isKept ? json : QJsonValue(QJsonValue::Undefined);
-}
-
 } // namespace
 
 DeviceFile::DeviceFile(const QString& path)
@@ -220,6 +154,9 @@ DeviceFile::Change DeviceFile::setEntry(const QStringList& keys, const QVariant&
                            "integer of more than 53 bits or what has no type there");
         return Change::Failed;
     }
+    m_StrErrorText = findObstacleOnBus(json, keys.join(QLatin1Char('/')));
+    if (!m_StrErrorText.isEmpty())
+        return Change::Failed;
     if (entry(keys) == json)
         return Change::None;
     const QJsonObject root = withEntry(m_Root, keys, json);

@@ -5,6 +5,7 @@
 #include "DeviceFile.h"
 #include "HelpText.h"
 #include "ManPage.h"
+#include "SimulatorAdaptor.h"
 #include "TerminationSignals.h"
 
 #include "DeviceManagerDefinitions.h"
@@ -26,9 +27,10 @@ CommandDescription describeProgram()
             QStringLiteral("play the configuration service of a device"),
             QStringLiteral(
                 "Owns the configuration service of a device on the bus, over the JSON file FILE, "
-                "until it is interrupted or the bus ends. FILE is what the device has stored; what "
-                "is set on the bus is written there. A line on standard output says when the "
-                "service is there.\n\nThe bus is the session bus, or the system bus where there is "
+                "until it is interrupted, which is status 0, or the bus ends the connection, which "
+                "is status 2. FILE is what the device has stored; what is set on the bus is "
+                "written there. A line on standard output says when the service is there.\n\nThe "
+                "bus is the session bus, or the system bus where there is "
                 "none; TEXTMANAGER_BUS=session or =system chooses."),
             {helpOption(), {QStringLiteral("version"), {}, QStringLiteral("Name the version.")}},
             QStringLiteral("dbus-run-session -- device-simulator device.json")};
@@ -51,10 +53,9 @@ QString publish(ConfigurationService& service)
         return QStringLiteral("there is no bus: %1. On a desktop without one, start the program "
                               "under dbus-run-session.")
             .arg(bus.lastError().message());
-    // Without the bus nobody can ask any more.
     bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                 QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
-                QCoreApplication::instance(), SLOT(quit()));
+                &service, SIGNAL(busLost()));
     // The object first: whoever sees the name may ask at once.
     if (bus.registerObject(path, &service) && bus.registerService(name))
         return QString();
@@ -75,6 +76,12 @@ ExitStatus simulate(const QString& path)
     const TerminationSignals terminationSignals;
     ConfigurationService service(file);
     new ConfigurationAdaptor(&service); // belongs to the service
+    new SimulatorAdaptor(&service);     // and so does this
+    QObject::connect(&service, &ConfigurationService::busLost, [] {
+        printMessage(QStringLiteral("the bus ended the connection. Start the device simulator "
+                                    "again when the bus is there."));
+        QCoreApplication::exit(UnusableInput);
+    });
     const QString obstacle = publish(service);
     if (!obstacle.isEmpty()) {
         printMessage(obstacle);

@@ -13,6 +13,7 @@ struct OptionDescription {
     QString summary;                     ///< what it does: sentences
     QString defaultValue = QString();    ///< empty when there is none
     QStringList choices = QStringList(); ///< the values that there are; empty when any will do
+    QString shortName = QString();       ///< one letter; empty when there is none
 };
 
 /**

@@ -53,7 +53,8 @@ QString table(const QVector<QPair<QString, QString>>& rows)
 
 OptionDescription helpOption()
 {
-    return {QStringLiteral("help"), {}, QStringLiteral("Show this help.")};
+    return {QStringLiteral("help"), {}, QStringLiteral("Show this help."), {}, {},
+            QStringLiteral("h")};
 }
 
 QString usageOf(const CommandDescription& command)
@@ -64,7 +65,10 @@ QString usageOf(const CommandDescription& command)
 
 QString nameOf(const OptionDescription& option)
 {
-    return QStringLiteral("--") + option.name +
+    const QString shortForm = option.shortName.isEmpty()
+                                  ? QString()
+                                  : QLatin1Char('-') + option.shortName + QStringLiteral(", ");
+    return shortForm + QStringLiteral("--") + option.name +
            (option.valueName.isEmpty() ? QString() : QLatin1Char(' ') + option.valueName);
 }
 

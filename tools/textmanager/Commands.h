@@ -17,11 +17,17 @@ struct Command {
 // The commands, each in a source of its own.
 
 Command allCommand();
+Command checkCommand();
+Command exportCommand();
 Command getCommand();
 Command headerCommand();
+Command importCommand();
 Command languagesCommand();
+Command markCommand();
 Command newCommand();
+Command packCommand();
 Command pickCommand();
+Command pseudoCommand();
 Command removeCommand();
 Command setCommand();
 Command setHeaderCommand();

@@ -67,6 +67,24 @@ ExitStatus run(const QStringList& words)
     return Done;
 }
 
+/** The first argument that is not encoded in UTF-8, its foreign bytes as "\xff"; empty when all
+ * are. Decoded, it would be another one, and be looked for, or written, as such. */
+QString findForeignArgument(int argc, char* argv[])
+{
+    for (int index = 1; index < argc; ++index) {
+        const QByteArray argument = argv[index];
+        if (QString::fromUtf8(argument).toUtf8() == argument)
+            continue;
+        QString shown;
+        for (const char byte : argument)
+            shown += static_cast<signed char>(byte) >= 0
+                         ? QString(QLatin1Char(byte))
+                         : QStringLiteral("\\x") + QString::fromLatin1(QByteArray(1, byte).toHex());
+        return shown;
+    }
+    return QString();
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -75,5 +93,12 @@ int main(int argc, char* argv[])
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     const QCoreApplication application(argc, argv);
     installMessageHandler();
+    const QString foreignArgument = findForeignArgument(argc, argv);
+    if (!foreignArgument.isEmpty()) {
+        printMessage(QStringLiteral("the argument '%1' is not encoded in UTF-8. Give a text in "
+                                    "UTF-8, and rename a file or folder whose name is not.")
+                         .arg(foreignArgument));
+        return UnusableInput;
+    }
     return finishOutput(run(QCoreApplication::arguments().mid(1)));
 }

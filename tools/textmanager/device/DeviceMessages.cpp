@@ -10,8 +10,7 @@ void printDeviceMessage(const QString& message)
         return;
     }
     if (!isExplained)
-        printMessage(QStringLiteral("the configuration service of the device is not on the bus. "
-                                    "Start it (on a desktop: device-simulator), and then this "
-                                    "again."));
+        printMessage(QStringLiteral("the device's bus is not there. Start it (on a desktop: "
+                                    "dbus-run-session), and then this again."));
     isExplained = true;
 }

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QVector>
 
+class CommandLine;
+
 /** What an edit did to one text. */
 struct EditChange {
     QString change; ///< "added", "changed", "unchanged" or "removed"
@@ -17,9 +19,10 @@ struct EditChange {
 EditChange changeOf(const QString& name, const QJsonValue& before, const QJsonValue& after);
 
 /**
- * Saves the document and then prints what was changed.
+ * Saves the document, unless it is a dry run, and then prints what was changed.
  *
- * @return the exit status for it; after a failure nothing is printed as done.
+ * @return the exit status for it; after a failure nothing is printed as done. That what was saved
+ * could not be printed is a message, and no failure.
  */
 ExitStatus saveAndPrint(LanguageFileEditor& editor, const QVector<EditChange>& changes,
-                        bool isJsonWanted);
+                        const CommandLine& commandLine);

@@ -53,7 +53,7 @@ ExitStatus runNew(const CommandLine& commandLine)
     QVector<EditChange> changes;
     for (const QString& url : LanguageInformation().getAvailableUrls(editor->document()))
         changes.append({QStringLiteral("added"), url});
-    return saveAndPrint(*editor, changes, commandLine.isJsonWanted());
+    return saveAndPrint(*editor, changes, commandLine);
 }
 
 } // namespace
@@ -66,7 +66,8 @@ Command newCommand()
                             "header. An existing language is left alone."),
              {{fromOption, QStringLiteral("KEY"),
                QStringLiteral("Take over the URLs and comments of this language, the texts empty; "
-                              "without it, there are none.")}},
+                              "without it, there are none.")},
+              dryRunOption()},
              QStringLiteral("textmanager new languages it_IT --from en_US")},
             runNew};
 }

@@ -61,7 +61,7 @@ ExitStatus runRemove(const CommandLine& commandLine)
         printMessage(QStringLiteral("nothing was changed in %1.").arg(editor->filePath()));
         return AnswerIsNo;
     }
-    return saveAndPrint(*editor, removeAll(urls, editor->document()), commandLine.isJsonWanted());
+    return saveAndPrint(*editor, removeAll(urls, editor->document()), commandLine);
 }
 
 } // namespace
@@ -73,7 +73,7 @@ Command removeCommand()
              QStringLiteral("Removes each URL, with its text, its comment and all that is below "
                             "it, from the file of LANGUAGE in the folder DIR. The exit status is "
                             "1, and nothing is changed, when a URL is not there."),
-             {},
+             {dryRunOption()},
              QStringLiteral("textmanager remove languages de_DE Alarms/Filter")},
             runRemove};
 }

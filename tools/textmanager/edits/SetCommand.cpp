@@ -4,6 +4,7 @@
 #include "EditResult.h"
 #include "Input.h"
 #include "LanguageFileEditor.h"
+#include "NewUrls.h"
 #include "TextNodes.h"
 
 #include "LanguageDefinitions.h"
@@ -13,6 +14,8 @@
 
 namespace
 {
+
+constexpr QLatin1String mustExistOption("must-exist");
 
 QString textOption()
 {
@@ -72,26 +75,39 @@ void reportHalfNodes(const QVector<EditChange>& changes, const QJsonObject& docu
     }
 }
 
-/** Applies all edits and saves, or none. @p origin names where their lines come from. */
-ExitStatus applyAll(LanguageFileEditor& editor, const QVector<TextEdit>& edits,
-                    const QString& origin, bool isJsonWanted)
+/** Applies all edits to the document. @p origin names where their lines come from.
+ * @return whether all could be; messages say why not. */
+bool applyAll(const QVector<TextEdit>& edits, const QString& origin, QJsonObject& document,
+              QVector<EditChange>& changes)
 {
-    QVector<EditChange> changes;
-    bool isRefused = false;
+    bool areAllDone = true;
     for (const TextEdit& edit : edits) {
-        const QString fault = apply(edit, editor.document(), changes);
+        const QString fault = apply(edit, document, changes);
         if (fault.isEmpty())
             continue;
         const QString place =
-            edit.line > 0 ? QStringLiteral("%1:%2: ").arg(origin).arg(edit.line) : QString();
+            edit.line > 0 ? QStringLiteral("%1:%2: ").arg(origin, QString::number(edit.line))
+                          : QString();
         printMessage(QStringLiteral("%1%2: cannot be written: %3.").arg(place, edit.url, fault));
-        isRefused = true;
+        areAllDone = false;
     }
-    if (isRefused) {
+    return areAllDone;
+}
+
+/** Does all edits and saves, or none. */
+ExitStatus doAll(LanguageFileEditor& editor, const QVector<TextEdit>& edits,
+                 const CommandLine& commandLine)
+{
+    const NewUrls newUrls(edits, editor.document());
+    const QString origin = Input::nameOf(commandLine.value(batchOption()));
+    QVector<EditChange> changes;
+    if ((commandLine.isSet(mustExistOption) && newUrls.areRefused()) ||
+        !applyAll(edits, origin, editor.document(), changes)) {
         printMessage(QStringLiteral("nothing was changed in %1.").arg(editor.filePath()));
         return AnswerIsNo;
     }
-    const ExitStatus status = saveAndPrint(editor, changes, isJsonWanted);
+    newUrls.askForSlips(commandLine.arguments().first()); // before the file knows them, too
+    const ExitStatus status = saveAndPrint(editor, changes, commandLine);
     if (status == Done)
         reportHalfNodes(changes, editor.document());
     return status;
@@ -164,7 +180,7 @@ ExitStatus runSet(const CommandLine& commandLine)
     const auto editor = LanguageFileEditor::open(arguments.at(0), arguments.at(1));
     if (!editor)
         return UnusableInput;
-    return applyAll(*editor, *edits, Input::nameOf(batch), commandLine.isJsonWanted());
+    return doAll(*editor, *edits, commandLine);
 }
 
 } // namespace
@@ -175,16 +191,19 @@ Command setCommand()
              QStringLiteral("write texts and comments by URL"),
              QStringLiteral(
                  "Writes the text at URL, its comment, or both, into the file of LANGUAGE in the "
-                 "folder DIR. A URL that is not there is added. The exit status is 1, and nothing "
-                 "is changed, when something else is in the text's place.\n\nA batch has one edit "
-                 "a line, either as JSON, {\"url\": \"Menu/Save\", \"text\": \"Save\", "
-                 "\"comment\": \"Button\"}, or as URL, text and comment separated by tabs; what is "
-                 "left out stays as it is. All of it is done, or nothing."),
+                 "folder DIR. A URL that is not there is added; when it is near one that is, "
+                 "standard error asks which was meant. The exit status is 1, and nothing is "
+                 "changed, when something else is in the text's place.\n\nA batch has one edit a "
+                 "line, either as JSON, {\"url\": \"Menu/Save\", \"text\": \"Save\", \"comment\": "
+                 "\"Button\"}, or as URL, text and comment separated by tabs; what is left out "
+                 "stays as it is. All of it is done, or nothing."),
              {{textOption(), QStringLiteral("TEXT"), QStringLiteral("The text.")},
               {commentOption(), QStringLiteral("COMMENT"),
                QStringLiteral("The comment for translators.")},
               {batchOption(), QStringLiteral("FILE"),
-               QStringLiteral("Take the edits from FILE; - is standard input.")}},
+               QStringLiteral("Take the edits from FILE; - is standard input.")},
+              {mustExistOption, {}, QStringLiteral("Refuse URLs that are not there.")},
+              dryRunOption()},
              QStringLiteral("textmanager set languages de_DE Menu/Save --text Sichern")},
             runSet};
 }

@@ -47,7 +47,7 @@ ExitStatus runSetHeader(const CommandLine& commandLine)
     if (!write(languageNameOption, LanguageDefinitions::getJsonHeaderLanguageKey()) ||
         !write(subLanguageOption, LanguageDefinitions::getJsonHeaderSubLanguageKey()))
         return AnswerIsNo;
-    return saveAndPrint(*editor, changes, commandLine.isJsonWanted());
+    return saveAndPrint(*editor, changes, commandLine);
 }
 
 } // namespace
@@ -61,8 +61,8 @@ Command setHeaderCommand()
              "Writes the header of the file of LANGUAGE in the folder DIR. The exit status is 1, "
              "and nothing is changed, when something else is in a field's place."),
          {{languageNameOption, QStringLiteral("NAME"), QStringLiteral("The header's language.")},
-          {subLanguageOption, QStringLiteral("NAME"),
-           QStringLiteral("The header's sub-language.")}},
+          {subLanguageOption, QStringLiteral("NAME"), QStringLiteral("The header's sub-language.")},
+          dryRunOption()},
          QStringLiteral("textmanager set-header languages de_DE --sub-language Schweiz")},
         runSetHeader};
 }

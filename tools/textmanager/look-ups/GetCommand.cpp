@@ -25,6 +25,14 @@ QString nameOf(Wanted wanted)
     return wanted == Wanted::Comment ? QStringLiteral("comment") : QStringLiteral("text");
 }
 
+void reportLanguage(const LanguageFolder& folder, const QString& language)
+{
+    const QStringList loaded = folder.getAvailableLanguages();
+    if (!loaded.contains(language))
+        printMessage(QStringLiteral("language '%1' is not loaded.").arg(language) +
+                     suggestNames(language, loaded));
+}
+
 void reportMiss(const LanguageFolder& folder, const QString& url, const Request& request)
 {
     printMessage(QStringLiteral("%1: no %2 (%3).")
@@ -57,6 +65,7 @@ QJsonObject toJson(const QString& url, const Answer& answer, const Request& requ
 ExitStatus answerUrls(const LanguageFolder& folder, const QStringList& urls, const Request& request,
                       bool isJsonWanted)
 {
+    reportLanguage(folder, request.language);
     ExitStatus status = Done;
     QJsonArray answers;
     for (const QString& url : urls) {
@@ -69,8 +78,8 @@ ExitStatus answerUrls(const LanguageFolder& folder, const QStringList& urls, con
         }
         if (isJsonWanted)
             answers.append(toJson(url, answer, request));
-        else if (answer.isFound())
-            printResult(answer.text);
+        else if (answer.isFound() || urls.size() > 1)
+            printResult(answer.text); // a line for each of several, empty for one without a text
     }
     if (isJsonWanted)
         printResult({{QStringLiteral("answers"), answers}});
@@ -103,10 +112,10 @@ Command getCommand()
     return {
         {QStringLiteral("get DIR URL..."),
          QStringLiteral("print texts, short texts or comments by URL"),
-         QStringLiteral(
-             "Prints the text of each URL. What the wanted language does not have is taken from "
-             "en_US, then from POSIX, and standard error says so. The exit status is 1 when a text "
-             "is found in none of them, and standard error names the nearest URLs."),
+         QStringLiteral("Prints the text of each URL. What the wanted language does not have is "
+                        "taken from en_US, then from POSIX, and standard error says so. The exit "
+                        "status is 1 when a text is found in none of them, and standard error "
+                        "names the nearest URLs; of several URLs that one gets an empty line."),
          {languageOption(QStringLiteral("The wanted language.")),
           shortFolderOption(),
           {shortOption,

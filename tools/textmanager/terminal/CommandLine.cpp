@@ -12,8 +12,8 @@ CommandLine::CommandLine(const CommandDescription& description)
 {
     for (const OptionDescription& option : description.options) {
         QStringList names = {option.name};
-        if (option.name == helpOption().name)
-            names.prepend(QStringLiteral("h"));
+        if (!option.shortName.isEmpty())
+            names.prepend(option.shortName);
         m_Parser.addOption(
             QCommandLineOption(names, option.summary, option.valueName, option.defaultValue));
     }
@@ -76,6 +76,12 @@ OptionDescription languageOption(const QString& summary)
 {
     return {QStringLiteral("language"), QStringLiteral("KEY"), summary,
             LanguageDefinitions::getFirstFallbackLanguageFilename()};
+}
+
+OptionDescription dryRunOption()
+{
+    return {
+        QStringLiteral("dry-run"), {}, QStringLiteral("Print what would be done; write nothing.")};
 }
 
 OptionDescription shortFolderOption()

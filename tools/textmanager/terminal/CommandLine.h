@@ -31,6 +31,8 @@ public:
     QString language() const { return value(QStringLiteral("language")); }
     bool isJsonWanted() const { return value(QStringLiteral("format")) == QLatin1String("json"); }
 
+    bool isDryRun() const { return isSet(QStringLiteral("dry-run")); }
+
     /** Reports wrong usage. @return the exit status for it. */
     ExitStatus refuse(const QString& reason) const;
 
@@ -48,5 +50,7 @@ OptionDescription formatOption(const QStringList& formats = {QStringLiteral("tex
                                                              QStringLiteral("json")});
 /** "--language KEY", "en_US" by default. */
 OptionDescription languageOption(const QString& summary);
+/** "--dry-run", which every command that writes has. */
+OptionDescription dryRunOption();
 /** "--short-folder NAME" */
 OptionDescription shortFolderOption();

@@ -1,8 +1,7 @@
 #include "Completion.h"
 
 #include "Commands.h"
-
-#include "TextManagerBase.h"
+#include "FolderWords.h"
 
 #include <QDir>
 
@@ -33,45 +32,30 @@ QStringList optionCandidates(const CommandDescription& command)
     return candidates;
 }
 
-/** The languages or all URLs of a folder; none when there is no such folder. */
-QStringList wordsOfFolder(QString path, bool areUrlsWanted)
-{
-    if (path.startsWith(QLatin1String("~/"))) // as typed: the shell has not replaced it yet
-        path.replace(0, 1, QDir::homePath());
-    if (path.isEmpty() || !QDir(path).exists())
-        return {};
-    const SilencedWarnings silenced;
-    const TextManagerBase folder(path + QLatin1Char('/'), QString(), QString());
-    QStringList words = folder.getAvailableLanguages();
-    if (!areUrlsWanted)
-        return words;
-    QStringList urls;
-    for (const QString& language : qAsConst(words))
-        urls += folder.getAvailableUrls(language);
-    urls.removeDuplicates();
-    return urls;
-}
-
 /** What the name of an argument, or of an option's value, stands for. */
-QStringList candidatesFor(QString valueName, const QString& folderPath)
+QStringList candidatesFor(QString valueName, QString folderPath)
 {
+    if (folderPath.startsWith(QLatin1String("~/"))) // as typed: the shell has not replaced it yet
+        folderPath.replace(0, 1, QDir::homePath());
     valueName.remove(QLatin1Char('[')).remove(QLatin1Char(']')).remove(QLatin1String("..."));
     if (valueName == QLatin1String("DIR"))
         return {QStringLiteral(":folders")};
     if (valueName == QLatin1String("FILE"))
         return {QStringLiteral(":files")};
     if (valueName == QLatin1String("KEY") || valueName == QLatin1String("LANGUAGE"))
-        return wordsOfFolder(folderPath, false);
+        return languagesOf(folderPath);
     if (valueName.endsWith(QLatin1String("URL")))
-        return wordsOfFolder(folderPath, true);
+        return urlsOf(folderPath);
     return {};
 }
 
 const OptionDescription* findOption(const CommandDescription& command, const QString& word)
 {
     const auto option = std::find_if(
-        command.options.cbegin(), command.options.cend(),
-        [&](const OptionDescription& one) { return word == QLatin1String("--") + one.name; });
+        command.options.cbegin(), command.options.cend(), [&](const OptionDescription& one) {
+            return word == QLatin1String("--") + one.name ||
+                   (!one.shortName.isEmpty() && word == QLatin1Char('-') + one.shortName);
+        });
     return option == command.options.cend() ? nullptr : &*option;
 }
 

@@ -25,11 +25,11 @@ TextFindings checkText(const TextToCheck& text)
     return findings;
 }
 
-TextFindings checkShortText(const TextToCheck& text, const QString& fullText, int longest)
+TextFindings checkShortText(const TextToCheck& text, const ShortTextLimits& limits)
 {
     TextFindings findings = checkText(text);
     const QString& own = text.text.text;
-    if (longest > 0 && isLongerThan(own, longest)) {
+    if (limits.longest > 0 && isLongerThan(own, limits.longest)) {
         // Two limits, one text that is too long.
         findings.erase(std::remove_if(findings.begin(), findings.end(),
                                       [](const TextFinding& finding) {
@@ -40,13 +40,18 @@ TextFindings checkShortText(const TextToCheck& text, const QString& fullText, in
             {QStringLiteral("short-text-too-long"), 0,
              QStringLiteral("The short text has %1 characters, and %2 have room. Shorten it.")
                  .arg(lengthOf(own))
-                 .arg(longest)});
+                 .arg(limits.longest)});
     }
-    if (!fullText.isEmpty() && isLongerThan(own, lengthOf(fullText)))
+    const auto isLonger = [](const QString& shortText, const QString& fullText) {
+        return !fullText.isEmpty() && isLongerThan(shortText, lengthOf(fullText));
+    };
+    const bool isBaseLonger =
+        text.base != nullptr && isLonger(text.base->text, limits.fullTextOfBase);
+    if (isLonger(own, limits.fullText) && !isBaseLonger)
         findings.append(
             {QStringLiteral("short-text-longer"), 0,
              QStringLiteral("The short text is longer than the full one, \"%1\". Remove "
                             "it, and the full one is shown.")
-                 .arg(fullText)});
+                 .arg(limits.fullText)});
     return findings;
 }

@@ -38,9 +38,12 @@ using TextFindings = QVector<TextFinding>;
 /** All that the checks find in one text, which is not empty. */
 TextFindings checkText(const TextToCheck& text);
 
-/**
- * All that they find in one short text.
- *
- * @param longest what a short text may have at most, in characters; 0 for no limit.
- */
-TextFindings checkShortText(const TextToCheck& text, const QString& fullText, int longest);
+/** How long a short text may be. */
+struct ShortTextLimits {
+    int longest = 0;        ///< in characters; 0 for no limit
+    QString fullText;       ///< empty when there is none
+    QString fullTextOfBase; ///< where the base's short text is the longer one, others may be, too
+};
+
+/** All that they find in one short text. */
+TextFindings checkShortText(const TextToCheck& text, const ShortTextLimits& limits);

@@ -124,7 +124,7 @@ void Placeholders::findPercentForms(const QString& text, const QStringList& perc
     static const QRegularExpression withWidths = makePercentPattern(true);
     static const QRegularExpression withNumbers = makePercentPattern(false);
     static const QRegularExpression first(QStringLiteral("%L?1(?![\\d$])"));
-    static const QRegularExpression percentage(QStringLiteral("(\\d+)\\s?%"));
+    static const QRegularExpression percentage(QStringLiteral("(?<![%L\\d])(\\d+)\\s?%"));
 
     const bool isForQt = text.contains(first);
     auto matches = (isForQt ? withNumbers : withWidths).globalMatch(text);

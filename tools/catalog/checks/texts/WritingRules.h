@@ -14,8 +14,9 @@ public:
     /** Whether it is no people's language, but the texts for want of one. */
     bool isPosix() const { return m_IsPosix; }
 
-    /** Whether sentences end without a full stop. */
-    bool hasFullStops() const { return m_HasFullStops; }
+    /** Whether a sentence must end with a full stop, which some languages leave out or do not know.
+     * POSIX is terse. */
+    bool needsFullStops() const { return m_NeedsFullStops; }
     /** Whether words stand without blanks between them. */
     bool hasBlanks() const { return m_HasBlanks; }
     /** Whether @p word is said twice without being a slip, as "vous vous" is in French. */
@@ -44,7 +45,7 @@ private:
     QString m_StrKey;
     QString m_StrLanguage; ///< the key without country and variety: "de"
     bool m_IsPosix = false;
-    bool m_HasFullStops = true;
+    bool m_NeedsFullStops = true;
     bool m_HasBlanks = true;
     bool m_DoublesWords = false;
 };

@@ -49,7 +49,8 @@ bool endsSentence(const QString& text, int end)
     const QString before = text.left(end - 1).simplified();
     const QStringList words = before.split(QLatin1Char(' '));
     const QString last = words.last();
-    const bool isAbbreviation = last.size() < 4 || last.contains(QLatin1Char('.'));
+    const bool isAbbreviation =
+        last.size() < 5 || last.back().isDigit() || last.contains(QLatin1Char('.'));
     int dotted = 0;
     for (const QString& word : words)
         dotted += word.endsWith(QLatin1Char('.')) ? 1 : 0;
@@ -62,7 +63,7 @@ WritingRules::WritingRules(const QString& languageKey)
     : m_StrKey(languageKey)
     , m_StrLanguage(languageOf(languageKey))
     , m_IsPosix(languageKey == LanguageDefinitions::getSecondFallbackLanguageFilename())
-    , m_HasFullStops(!isOneOf(m_StrLanguage, "th lo"))
+    , m_NeedsFullStops(!m_IsPosix && !isOneOf(m_StrLanguage, "ja th lo bo dz"))
     , m_HasBlanks(!isOneOf(m_StrLanguage, "ja zh yue wuu nan hak th lo km my bo dz"))
     // Where a word said twice is a word of its own: Turkish "tek tek", Indonesian, Hindi, ...
     , m_DoublesWords(isOneOf(

@@ -79,8 +79,8 @@ void findOtherData(const TextToCheck& text, TextFindings& findings)
     if (!missing.isEmpty())
         findings.append(
             {QStringLiteral("data-differs"), 0,
-             QStringLiteral("The text lacks %1 of the base's text. Take it over, or say "
-                            "why it is another one here by ignoring this.")
+             QStringLiteral("The text lacks %1 of the base's text. Take it over as it is, "
+                            "numbers as the language writes them.")
                  .arg(list(missing))});
 }
 
@@ -107,13 +107,14 @@ void findOtherEndMark(const TextToCheck& text, TextFindings& findings)
     const EndMark expected = text.rulesOfBase.endMarkOf(text.base->text);
     const auto mayBeNone = [&](EndMark mark) {
         return mark == EndMark::None || mark == EndMark::Dot ||
-               (mark == EndMark::FullStop && !text.rules.hasFullStops());
+               (mark == EndMark::FullStop && !text.rules.needsFullStops());
     };
-    const auto mayBeFullStop = [](EndMark mark) {
-        return mark == EndMark::FullStop || mark == EndMark::Dot;
+    const auto isOfDots = [](EndMark mark) {
+        return mark == EndMark::FullStop || mark == EndMark::Ellipsis;
     };
-    if (found == expected || (mayBeNone(found) && mayBeNone(expected)) ||
-        (mayBeFullStop(found) && mayBeFullStop(expected)))
+    const bool isMaybeAbbreviation = (found == EndMark::Dot && isOfDots(expected)) ||
+                                     (expected == EndMark::Dot && isOfDots(found));
+    if (found == expected || (mayBeNone(found) && mayBeNone(expected)) || isMaybeAbbreviation)
         return;
     findings.append(
         {QStringLiteral("end-punctuation"), text.text.text.size() - 1,

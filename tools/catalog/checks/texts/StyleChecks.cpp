@@ -70,6 +70,15 @@ QStringRef findDoubledWord(const QString& text)
     return QStringRef();
 }
 
+/** Whether it is one such as Bora Bora: few words, each with a capital letter. */
+bool isName(const QString& text)
+{
+    const QStringList words = text.split(QLatin1Char(' '));
+    return words.size() <= 3 && std::all_of(words.begin(), words.end(), [](const QString& word) {
+               return !word.isEmpty() && word.front().isUpper();
+           });
+}
+
 } // namespace
 
 void findEdgeSpace(const TextToCheck& text, TextFindings& findings)
@@ -116,10 +125,10 @@ void findInvisibleCharacter(const TextToCheck& text, TextFindings& findings)
 void findRepeatedWord(const TextToCheck& text, TextFindings& findings)
 {
     const QStringRef word = findDoubledWord(text.text.text);
-    if (word.isNull() || text.rules.mayDouble(word.toString()))
+    if (word.isNull() || text.rules.mayDouble(word.toString()) || isName(text.text.text))
         return;
     if (text.base != nullptr && !findDoubledWord(text.base->text).isNull())
-        return; // a name, such as Bora Bora
+        return;
     findings.append(
         {QStringLiteral("repeated-word"), word.position(),
          QStringLiteral("The word \"%1\" stands twice in a row. Leave one.").arg(word.toString())});

@@ -1,0 +1,97 @@
+#include "FolderCheck.h"
+
+#include "CheckList.h"
+#include "LanguageCheck_p.h"
+
+#include "LanguageDefinitions.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace
+{
+
+/** The base first, so that what POSIX has counts only where the base has nothing. */
+ReferenceTexts collectReferences(const LanguageCatalog& catalog, const QString& base, bool isShort)
+{
+    ReferenceTexts references;
+    const QString posix = LanguageDefinitions::getSecondFallbackLanguageFilename();
+    for (const QString& language : {base, posix}) {
+        if (const CatalogFile* file = catalog.find(language, isShort))
+            references.add(DocumentTexts(file->document), language == base);
+    }
+    references.settle();
+    return references;
+}
+
+bool isBefore(const Finding& one, const Finding& other)
+{
+    return std::tie(one.file, one.place.line, one.place.column, one.id, one.url) <
+           std::tie(other.file, other.place.line, other.place.column, other.id, other.url);
+}
+
+/** Whether the texts of a file are checked: what Qt alone understands has no places to name. */
+bool isCheckable(const CatalogFile& file)
+{
+    return file.isLoaded && file.document.tree().isSound();
+}
+
+} // namespace
+
+int CheckResult::countOf(Finding::Class findingClass) const
+{
+    return static_cast<int>(
+        std::count_if(findings.begin(), findings.end(), [=](const Finding& finding) {
+            return finding.findingClass == findingClass;
+        }));
+}
+
+bool CheckResult::isFailed(const CheckSettings& settings) const
+{
+    const bool hasFinding =
+        std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
+            return finding.findingClass <= settings.failOn; // the heaviest come first
+        });
+    const bool isUnder =
+        settings.failUnder &&
+        std::any_of(languages.begin(), languages.end(), [&](const LanguageCoverage& coverage) {
+            return coverage.share() < *settings.failUnder;
+        });
+    return hasFinding || isUnder;
+}
+
+CheckResult checkFolder(const LanguageCatalog& catalog, const CheckSettings& settings,
+                        const CheckProgress& progress)
+{
+    CheckContext context{catalog, settings, {}, {}, false};
+    const CatalogFile* base = catalog.find(settings.base);
+    context.hasBase = base != nullptr && isCheckable(*base);
+    if (context.hasBase) {
+        context.texts = collectReferences(catalog, settings.base, false);
+        context.shortTexts = collectReferences(catalog, settings.base, true);
+    }
+    CheckResult result;
+    result.findings = settings.faults;
+    int done = 0;
+    for (const CatalogFile& file : catalog.files()) {
+        if (settings.isWanted(file.language)) {
+            result.findings += file.faults;
+            if (isCheckable(file)) {
+                LanguageCheck check(context, file);
+                result.findings += check.run();
+                if (!file.isShort)
+                    result.languages.append(check.coverage());
+            }
+        }
+        if (progress)
+            progress(++done, static_cast<int>(catalog.files().size()));
+    }
+    result.findings.erase(
+        std::remove_if(result.findings.begin(), result.findings.end(),
+                       [&](const Finding& finding) { return settings.isIgnored(finding); }),
+        result.findings.end());
+    std::stable_sort(result.findings.begin(), result.findings.end(), isBefore);
+    std::sort(result.languages.begin(), result.languages.end(),
+              [](const auto& one, const auto& other) { return one.language < other.language; });
+    return result;
+}

@@ -1,0 +1,168 @@
+#include "FolderPack.h"
+
+#include "FileCheck.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace
+{
+
+QString notWritten(const QString& path, const QString& reason)
+{
+    return QStringLiteral("%1: cannot be written: %2.").arg(path, reason);
+}
+
+} // namespace
+
+FolderPack::FolderPack(const PackRequest& request)
+    : m_Request(request)
+    , m_Catalog(request.folderPath, request.shortFolder)
+{
+}
+
+bool FolderPack::isWanted(const QString& language) const
+{
+    return m_Request.languages.isEmpty() || m_Request.languages.contains(language);
+}
+
+QVector<Finding> FolderPack::findFaults() const
+{
+    QVector<Finding> faults;
+    for (const Finding& fault : m_Catalog.findFaults()) {
+        if (fault.language.isEmpty() || isWanted(fault.language))
+            faults.append(fault);
+    }
+    return faults;
+}
+
+QString FolderPack::findObstacle() const
+{
+    for (const QString& language : m_Request.languages) {
+        if (m_Catalog.find(language) == nullptr)
+            return QStringLiteral("there is no language '%1' in '%2'.")
+                .arg(language, m_Request.folderPath);
+    }
+    if (sources().isEmpty())
+        return QStringLiteral("there is no language file in '%1'.").arg(m_Request.folderPath);
+    const QFileInfo output(m_Request.outputPath);
+    if (output.exists() && !output.isDir())
+        return QStringLiteral("'%1' is no folder.").arg(m_Request.outputPath);
+    const QDir folder(m_Request.folderPath);
+    if (output.exists() && (output.canonicalFilePath() == folder.canonicalPath() ||
+                            output.canonicalFilePath() ==
+                                QDir(folder.filePath(m_Request.shortFolder)).canonicalPath()))
+        return QStringLiteral("'%1' is the folder that is to be packed.").arg(m_Request.outputPath);
+    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    if (!m_Request.isForced && !QDir(m_Request.outputPath).isEmpty(all))
+        return QStringLiteral("the folder '%1' holds something already. Empty it, or give --force.")
+            .arg(m_Request.outputPath);
+    return findForeignFile();
+}
+
+QString FolderPack::findForeignFile() const
+{
+    const QStringList own = sources();
+    QStringList folders = {QString()};
+    if (!m_Request.shortFolder.isEmpty())
+        folders.append(m_Request.shortFolder + QLatin1Char('/'));
+    for (const QString& prefix : qAsConst(folders)) {
+        const QString path = QDir(m_Request.outputPath).filePath(prefix);
+        if (!QDir(path).exists())
+            continue;
+        for (const QFileInfo& there : listLanguageFiles(path)) {
+            if (!own.contains(prefix + there.fileName()))
+                return QStringLiteral("%1: is not of this pack and would be loaded with it. Remove "
+                                      "it.")
+                    .arg(there.filePath());
+        }
+    }
+    return QString();
+}
+
+QStringList FolderPack::sources() const
+{
+    QStringList files;
+    for (const CatalogFile& file : m_Catalog.files()) {
+        if (file.isLoaded && isWanted(file.language))
+            files.append(file.file);
+    }
+    return files;
+}
+
+QStringList FolderPack::languages() const
+{
+    QStringList keys;
+    for (const CatalogFile& file : m_Catalog.files()) {
+        if (file.isLoaded && !file.isShort && isWanted(file.language))
+            keys.append(file.language);
+    }
+    return keys;
+}
+
+const CatalogFile* FolderPack::find(const QString& source) const
+{
+    const auto& files = m_Catalog.files();
+    const auto file = std::find_if(files.cbegin(), files.cend(),
+                                   [&](const CatalogFile& one) { return one.file == source; });
+    return file == files.cend() ? nullptr : &*file;
+}
+
+QString FolderPack::pack(const QString& source)
+{
+    if (!m_Packed) {
+        const QFileInfo output(QDir::cleanPath(m_Request.outputPath));
+        QDir().mkpath(output.path());
+        m_Packed = std::make_unique<QTemporaryDir>(
+            output.dir().filePath(QStringLiteral(".%1.XXXXXX").arg(output.fileName())));
+    }
+    const QByteArray bytes = find(source)->document.tree().bytes();
+    // As the library reads it: in text mode, which knows no carriage returns.
+    const QByteArray text = QByteArray(bytes).replace('\r', QByteArray());
+    const QByteArray packedBytes =
+        packed(QJsonDocument::fromJson(text).object(), m_Request.comments);
+
+    QFile file(QDir(packedPath()).filePath(source));
+    QDir().mkpath(QFileInfo(file).path());
+    if (!file.open(QIODevice::WriteOnly) || file.write(packedBytes) != packedBytes.size() ||
+        !file.flush())
+        return notWritten(file.fileName(), file.errorString());
+    m_Files.append({source, bytes.size(), packedBytes.size()});
+    return QString();
+}
+
+QString FolderPack::packedPath() const
+{
+    return m_Packed ? m_Packed->path() : QString();
+}
+
+QString FolderPack::publish()
+{
+    // The newest of the files that went into it, so that the same files make the same pack.
+    QDateTime newest;
+    for (const PackedFile& file : qAsConst(m_Files))
+        newest = std::max(newest, QFileInfo(find(file.file)->path).lastModified());
+
+    for (const PackedFile& file : qAsConst(m_Files)) {
+        const QString from = QDir(packedPath()).filePath(file.file);
+        const QString to = QDir(m_Request.outputPath).filePath(file.file);
+        QFile packedFile(from);
+        if (!packedFile.open(QIODevice::ReadWrite) ||
+            !packedFile.setFileTime(newest, QFileDevice::FileModificationTime))
+            return notWritten(from, packedFile.errorString());
+        packedFile.close();
+        if (!QDir().mkpath(QFileInfo(to).path()) ||
+            std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) !=
+                0)
+            return notWritten(to, QString::fromLocal8Bit(std::strerror(errno)));
+    }
+    return QString();
+}
