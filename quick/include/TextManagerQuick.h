@@ -26,9 +26,9 @@ public:
     TextManagerQuick() = delete;
 
     /**
-     * Makes @p textManager the one of @p engine, once for each engine and before it loads QML. A
-     * second call for an engine is a warning and changes nothing. While it runs, no other thread
-     * may replace the current language.
+     * Makes @p textManager the one of @p engine, once for each engine, in its thread and before it
+     * loads QML. A second call for an engine is a warning and changes nothing. While it runs, no
+     * other thread may replace the current language.
      *
      * @param engine owns what is made for it.
      * @param textManager stays the caller's and must outlive the engine.
