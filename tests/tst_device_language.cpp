@@ -551,8 +551,11 @@ void DeviceLanguageTest::watches()
     QCOMPARE(device.end(SIGINT), 0);
     QByteArray messages;
     QTRY_VERIFY((messages += watch.readAllStandardError()).contains("has gone"));
-    watch.closeReadChannel(QProcess::StandardOutput); // as whoever reads it when it ends
-    QVERIFY(watch.waitForFinished(10'000));
+    QVERIFY(endsAtOnce(watch));
+    const QString untilNobodyReads = QString("'%1' watch '%2' A | head -n 1");
+    const ToolRun run({"-c", untilNobodyReads.arg(TEXTMANAGER_PROGRAM, m_Files.path())}, {}, {},
+                      "sh");
+    QCOMPARE(run.output(), "en_US\n");
 }
 
 QTEST_GUILESS_MAIN(DeviceLanguageTest)

@@ -11,7 +11,7 @@ QString helpText(const ProgramDescription& program);
 /** "get [options] DIR URL..." */
 QString usageOf(const CommandDescription& command);
 
-/** "--language KEY" */
+/** "--language KEY", "-h, --help" */
 QString nameOf(const OptionDescription& option);
 
 /** What an option does, its default value too. */

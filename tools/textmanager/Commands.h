@@ -18,12 +18,16 @@ struct Command {
 
 Command allCommand();
 Command checkCommand();
+Command exportCommand();
 Command getCommand();
 Command headerCommand();
+Command importCommand();
 Command languagesCommand();
+Command markCommand();
 Command newCommand();
 Command packCommand();
 Command pickCommand();
+Command pseudoCommand();
 Command removeCommand();
 Command setCommand();
 Command setHeaderCommand();

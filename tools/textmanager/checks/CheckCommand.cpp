@@ -200,7 +200,7 @@ Command checkCommand()
           {htmlOption, QStringLiteral("FILE"),
            QStringLiteral("Write a page for a browser as well, which needs no other file.")},
           formatOption({QStringLiteral("text"), QStringLiteral("json"), QStringLiteral("sarif")})},
-         QStringLiteral("textmanager check languages --short-folder short --fail-on warning "
+         QStringLiteral("textmanager check languages --short-folder short "
                         "--ignore 'same-as-base:Units/**' --html findings.html")},
         runCheck};
 }

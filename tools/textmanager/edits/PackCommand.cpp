@@ -66,12 +66,13 @@ bool canBePacked(const FolderPack& pack)
 bool packAll(FolderPack& pack)
 {
     const QStringList sources = pack.sources();
-    Progress progress(QStringLiteral("packing"), sources.size());
-    for (const QString& source : sources) {
-        progress.step(source);
-        const QString fault = pack.pack(source);
+    Progress progress(QStringLiteral("packing"));
+    for (int i = 0; i < sources.size(); ++i) {
+        progress.show(i, sources.size());
+        const QString fault = pack.pack(sources.at(i));
         if (fault.isEmpty())
             continue;
+        progress.clear();
         printMessage(fault);
         return false;
     }
@@ -83,19 +84,24 @@ bool isVerified(const PackRequest& request, const FolderPack& pack)
 {
     const SilencedWarnings silenced; // both folders would give them
     const PackVerification verification(request, pack.languages(), pack.packedPath());
-    Progress progress(QStringLiteral("verifying"), pack.languages().size());
-    for (const QString& language : pack.languages()) {
-        progress.step(language);
+    Progress progress(QStringLiteral("verifying"));
+    const QStringList languages = pack.languages();
+    for (int i = 0; i < languages.size(); ++i) {
+        const QString& language = languages.at(i);
+        progress.show(i, languages.size());
         const QString difference = verification.findDifference(language);
         if (!difference.isEmpty()) {
+            progress.clear();
             printMessage(difference);
             return false;
         }
         const int lost = request.languages.isEmpty() ? 0 : verification.countLostTexts(language);
-        if (lost > 0)
-            printMessage(QStringLiteral("%1 has %2 texts of languages that are not packed; they "
-                                        "will be empty, or others.")
-                             .arg(language, QString::number(lost)));
+        if (lost == 0)
+            continue;
+        progress.clear();
+        printMessage(QStringLiteral("%1 has %2 texts of languages that are not packed; they "
+                                    "will be empty, or others.")
+                         .arg(language, QString::number(lost)));
     }
     return true;
 }

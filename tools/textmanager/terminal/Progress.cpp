@@ -18,7 +18,7 @@ void Progress::show(int done, int all)
         return;
     m_Timer.restart();
     m_IsShown = true;
-    std::fprintf(stderr, "\r\x1b[K%s: %d of %d files", qUtf8Printable(m_StrDoing), done, all);
+    std::fprintf(stderr, "\r\x1b[K%s: %d of %d", qUtf8Printable(m_StrDoing), done, all);
     std::fflush(stderr);
 }
 

@@ -1,0 +1,152 @@
+#include "BaseTextRecord.h"
+
+#include "VisibleControls.h"
+
+#include "LanguageDefinitions.h"
+
+#include <QStringList>
+
+namespace
+{
+
+QString firstWord()
+{
+    return QStringLiteral("base");
+}
+
+QString escape(const QString& text)
+{
+    return showControls(text)
+        .replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
+        .replace(QLatin1Char('\n'), QStringLiteral("\\n"))
+        .replace(QLatin1Char('\t'), QStringLiteral("\\t"));
+}
+
+/** A URL at the beginning of a line, which is no remark. */
+QString escapeUrl(const QString& url)
+{
+    const QString escaped = escape(url);
+    return escaped.startsWith(QLatin1Char('#')) ? QLatin1Char('\\') + escaped : escaped;
+}
+
+QString unescape(const QString& escaped)
+{
+    QString text;
+    for (int index = 0; index < escaped.size(); ++index) {
+        const QChar character = escaped.at(index);
+        if (character != QLatin1Char('\\') || index + 1 == escaped.size()) {
+            text += character;
+            continue;
+        }
+        const QChar name = escaped.at(++index);
+        text += name == QLatin1Char('n')   ? QLatin1Char('\n')
+                : name == QLatin1Char('t') ? QLatin1Char('\t')
+                                           : name;
+    }
+    return hideControls(text);
+}
+
+} // namespace
+
+QString BaseTextRecord::fileName()
+{
+    return QStringLiteral(".textmanager-base-texts");
+}
+
+std::optional<ExchangeFault> BaseTextRecord::read(const QByteArray& bytes)
+{
+    BaseTextRecord record;
+    int number = 0;
+    for (const QString& line : QString::fromUtf8(bytes).split(QLatin1Char('\n'))) {
+        ++number;
+        if (line.startsWith(QLatin1Char('#')) || line.trimmed().isEmpty())
+            continue;
+        const QStringList cells = line.split(QLatin1Char('\t'));
+        if (!record.isBegun() && cells.size() == 2 && cells.first() == firstWord())
+            record.m_StrBaseLanguage = cells.at(1).trimmed();
+        else if (record.isBegun() && cells.size() == 3)
+            record.m_Texts[unescape(cells.at(0))].insert(cells.at(1), unescape(cells.at(2)));
+        else
+            return ExchangeFault{
+                {number, 1},
+                QStringLiteral("expected a URL, a language and a base text, with a tab between two "
+                               "of them. Correct the line, or remove it.")};
+    }
+    *this = record;
+    return std::nullopt;
+}
+
+QByteArray BaseTextRecord::bytes() const
+{
+    const QLatin1Char tab('\t');
+    const QLatin1Char lineFeed('\n');
+    QString text = QStringLiteral("# What the base texts were when they were translated. Written "
+                                  "by textmanager, which finds stale texts with it.\n") +
+                   firstWord() + tab + m_StrBaseLanguage + lineFeed;
+    for (auto url = m_Texts.begin(); url != m_Texts.end(); ++url) {
+        for (auto entry = url->begin(); entry != url->end(); ++entry)
+            text +=
+                escapeUrl(url.key()) + tab + entry.key() + tab + escape(entry.value()) + lineFeed;
+    }
+    return text.toUtf8();
+}
+
+void BaseTextRecord::begin(const QString& baseLanguage, const QMap<QString, QString>& baseTexts)
+{
+    m_StrBaseLanguage = baseLanguage;
+    m_Texts.clear();
+    for (auto text = baseTexts.begin(); text != baseTexts.end(); ++text)
+        m_Texts[text.key()].insert(baseLanguage, text.value());
+}
+
+std::optional<QString> BaseTextRecord::baseTextOf(const QString& url, const QString& language) const
+{
+    const auto texts = m_Texts.find(url);
+    if (texts == m_Texts.end())
+        return std::nullopt;
+    auto text = texts->find(language);
+    if (text == texts->end())
+        text = texts->find(m_StrBaseLanguage);
+    return text == texts->end() ? std::nullopt : std::optional<QString>(text.value());
+}
+
+std::optional<QString> BaseTextRecord::findOldBaseText(const QString& url, const QString& language,
+                                                       const QString& baseText) const
+{
+    // Texts of the last fallback language are of no other language.
+    if (language == m_StrBaseLanguage ||
+        language == LanguageDefinitions::getSecondFallbackLanguageFilename())
+        return std::nullopt;
+    const std::optional<QString> text = baseTextOf(url, language);
+    return text == baseText ? std::nullopt : text;
+}
+
+void BaseTextRecord::noteBaseText(const QString& url, const QString& before, const QString& after)
+{
+    if (isBegun() && !m_Texts[url].contains(m_StrBaseLanguage))
+        m_Texts[url].insert(m_StrBaseLanguage, before.isEmpty() ? after : before);
+}
+
+void BaseTextRecord::noteText(const QString& url, const QString& language, const QString& baseText)
+{
+    if (!isBegun())
+        return;
+    QMap<QString, QString>& texts = m_Texts[url];
+    if (texts.value(m_StrBaseLanguage, baseText) != baseText)
+        texts.insert(language, baseText);
+    else if (language != m_StrBaseLanguage)
+        texts.remove(language);
+    if (!texts.contains(m_StrBaseLanguage))
+        texts.insert(m_StrBaseLanguage, baseText);
+}
+
+void BaseTextRecord::noteRename(const QString& url, const QString& newUrl)
+{
+    const QString prefix = url + LanguageDefinitions::getUrlSeparator();
+    QMap<QString, QMap<QString, QString>> texts;
+    for (auto entry = m_Texts.begin(); entry != m_Texts.end(); ++entry) {
+        const bool isMoved = entry.key() == url || entry.key().startsWith(prefix);
+        texts.insert(isMoved ? newUrl + entry.key().mid(url.size()) : entry.key(), entry.value());
+    }
+    m_Texts = texts;
+}

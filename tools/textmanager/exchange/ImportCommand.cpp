@@ -1,0 +1,210 @@
+#include "CommandLine.h"
+#include "Commands.h"
+#include "ExchangeFolder.h"
+#include "ExchangeOptions.h"
+#include "Input.h"
+#include "LanguageFolder.h"
+#include "LanguageImport.h"
+#include "LanguageTags.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace
+{
+
+const QString forceOption = QStringLiteral("force");
+const QString staleOption = QStringLiteral("stale");
+
+QString placeIn(const QString& path, const Place& place)
+{
+    return place.line == 0 ? Input::nameOf(path)
+                           : QStringLiteral("%1:%2:%3")
+                                 .arg(Input::nameOf(path))
+                                 .arg(place.line)
+                                 .arg(place.column);
+}
+
+/** Reads a file; nothing, after a message, when it cannot be read. */
+std::optional<ExchangeFile> readFile(const QString& path, const CommandLine& commandLine)
+{
+    const ExchangeFormat* format = chooseFormat(commandLine, path);
+    const auto input = format != nullptr ? Input::open(path) : nullptr;
+    const std::optional<QByteArray> bytes = input ? input->readAll() : std::nullopt;
+    if (!bytes)
+        return std::nullopt;
+    ExchangeFile file;
+    if (const auto fault = format->read(*bytes, file)) {
+        printMessage(QStringLiteral("%1: %2").arg(placeIn(path, fault->place), fault->reason));
+        return std::nullopt;
+    }
+    return file;
+}
+
+/** Why the texts of a file belong into none of the folder's languages; empty when they do. */
+QString findOtherLanguage(const ExchangeFile& file, const ExchangeFolder& folder,
+                          const QString& baseLanguage)
+{
+    if (!file.baseLanguage.isEmpty() && !isSameLanguage(file.baseLanguage, baseLanguage))
+        return QStringLiteral("is translated from '%1', and the base is '%2'. Name the right one "
+                              "with --base.")
+            .arg(file.baseLanguage, baseLanguage);
+    if (file.language.isEmpty())
+        return QStringLiteral("does not say what language it is of. Name it with --language.");
+    const QString language = folder.findLanguage(file.language);
+    if (language == baseLanguage)
+        return QStringLiteral("is of the base language '%1', which is not translated.")
+            .arg(baseLanguage);
+    return language.isEmpty() ? QStringLiteral("is of '%1', and there is no such language; "
+                                               "'textmanager new' starts it.")
+                                    .arg(file.language)
+                              : QString();
+}
+
+/** The imports of all files that can be used; a message says why the others cannot. */
+std::vector<std::unique_ptr<LanguageImport>> openAll(const ExchangeFolder& folder,
+                                                     const CommandLine& commandLine)
+{
+    const ImportOptions options{commandLine.isSet(staleOption), commandLine.isSet(forceOption)};
+    const QString baseLanguage = commandLine.value(baseOption().name);
+    std::vector<std::unique_ptr<LanguageImport>> imports;
+    QStringList languages;
+    for (const QString& path : commandLine.arguments().mid(1)) {
+        std::optional<ExchangeFile> file = readFile(path, commandLine);
+        if (!file)
+            continue;
+        if (commandLine.isSet(QStringLiteral("language")))
+            file->language = commandLine.language();
+        QString fault = findOtherLanguage(*file, folder, baseLanguage);
+        const QString language = folder.findLanguage(file->language);
+        if (fault.isEmpty() && languages.contains(language))
+            fault = QStringLiteral("is of '%1', as a file before it. Import one after the other.")
+                        .arg(language);
+        if (fault.isEmpty()) {
+            languages.append(language);
+            auto import = LanguageImport::open(folder, language, *file, options, fault);
+            if (import != nullptr) {
+                import->setName(path);
+                imports.push_back(std::move(import));
+                continue;
+            }
+        }
+        if (!fault.isEmpty())
+            printMessage(QStringLiteral("%1: %2").arg(Input::nameOf(path), fault));
+    }
+    return imports;
+}
+
+QString nameOf(const LanguageImport::Change& change)
+{
+    return change.isShort ? QStringLiteral("short text of %1").arg(change.url) : change.url;
+}
+
+void printText(const LanguageImport& import, bool isDryRun)
+{
+    for (const LanguageImport::Change& change : import.changes())
+        printResult(QStringLiteral("%1: %2 %3")
+                        .arg(import.language(),
+                             change.isAdded ? QStringLiteral("added") : QStringLiteral("changed"),
+                             nameOf(change)));
+    for (const ExchangeFault& fault : import.leftOut())
+        printMessage(
+            QStringLiteral("%1: %2").arg(placeIn(import.name(), fault.place), fault.reason));
+    printMessage(
+        QStringLiteral("%1: %2 texts %3 %4, %5 are there already, %6 left out.")
+            .arg(Input::nameOf(import.name()))
+            .arg(import.changes().size())
+            .arg(isDryRun ? QStringLiteral("would be written to") : QStringLiteral("written to"),
+                 import.language())
+            .arg(import.sameCount())
+            .arg(import.leftOut().size()));
+}
+
+QJsonObject toJson(const LanguageImport& import)
+{
+    QJsonArray changes;
+    for (const LanguageImport::Change& change : import.changes())
+        changes.append(
+            QJsonObject{{QStringLiteral("change"),
+                         change.isAdded ? QStringLiteral("added") : QStringLiteral("changed")},
+                        {QStringLiteral("name"), change.url},
+                        {QStringLiteral("short"), change.isShort}});
+    QJsonArray leftOut;
+    for (const ExchangeFault& fault : import.leftOut())
+        leftOut.append(QJsonObject{{QStringLiteral("line"), fault.place.line},
+                                   {QStringLiteral("column"), fault.place.column},
+                                   {QStringLiteral("reason"), fault.reason}});
+    return {{QStringLiteral("file"), import.name()},
+            {QStringLiteral("language"), import.language()},
+            {QStringLiteral("changes"), changes},
+            {QStringLiteral("same"), import.sameCount()},
+            {QStringLiteral("leftOut"), leftOut}};
+}
+
+ExitStatus runImport(const CommandLine& commandLine)
+{
+    const QStringList arguments = commandLine.arguments();
+    if (!LanguageFolder::checkFolder(arguments.constFirst()))
+        return UnusableInput;
+    const ExchangeFolder folder(arguments.constFirst(), commandLine.value(shortFolderOption().name),
+                                commandLine.value(baseOption().name));
+    if (!folder.fault().isEmpty()) {
+        printMessage(folder.fault());
+        return UnusableInput;
+    }
+    const auto imports = openAll(folder, commandLine);
+    QString fault;
+    if (!commandLine.isDryRun() && !LanguageImport::save(imports, fault)) {
+        if (!fault.isEmpty())
+            printMessage(fault);
+        return UnusableInput;
+    }
+    QJsonArray files;
+    int used = 0;
+    bool isAllTaken = static_cast<int>(imports.size()) == arguments.size() - 1;
+    for (const auto& import : imports) {
+        if (!commandLine.isJsonWanted())
+            printText(*import, commandLine.isDryRun());
+        files.append(toJson(*import));
+        used += import->changes().size() + import->sameCount();
+        isAllTaken = isAllTaken && import->leftOut().isEmpty();
+    }
+    if (commandLine.isJsonWanted())
+        printResult(QJsonObject{{QStringLiteral("dryRun"), commandLine.isDryRun()},
+                                {QStringLiteral("files"), files}});
+    return isAllTaken ? Done : used > 0 ? AnswerIsNo : UnusableInput;
+}
+
+} // namespace
+
+Command importCommand()
+{
+    return {
+        {QStringLiteral("import DIR FILE..."),
+         QStringLiteral("take texts back that were exported"),
+         QStringLiteral(
+             "Takes the texts of each FILE, as XLIFF, PO or TSV, into the language that it names "
+             "in the folder DIR. Only texts are written: never a comment, never the base, and "
+             "nothing is emptied. What is taken is saved in all languages, or in none.\n\nTexts "
+             "that are gone, whose base text has changed since the export, or whose placeholders "
+             "or markup differ from the base's, are left out, and listed with file and line. The "
+             "exit status is 0 when all were taken, 1 when something was left out, and 2 when "
+             "nothing could be used; nothing is changed then."),
+         {{staleOption,
+           {},
+           QStringLiteral("Take texts whose base text has changed, and those that are marked as "
+                          "to be looked at again. They stay stale.")},
+          {forceOption, {}, QStringLiteral("Take texts whose placeholders or markup differ.")},
+          dryRunOption(),
+          {QStringLiteral("language"), QStringLiteral("KEY"),
+           QStringLiteral("The language that the files are of, whatever they say.")},
+          asOption(),
+          shortFolderOption(),
+          baseOption()},
+         QStringLiteral("textmanager import languages de_DE.xlf --dry-run\n"
+                        "textmanager import languages de_DE.xlf fr_FR.po")},
+        runImport};
+}
