@@ -116,9 +116,9 @@ LanguageDocument ExchangeFolder::readDocument(const QString& folderPath, const Q
     LanguageDocument document(*content.bytes);
     const QVector<Finding> faults = document.findFaults();
     if (!document.tree().isSound() || !document.isLoaded())
-        fault = FileFinding{path, faults.first().place.line, faults.first().place.column,
-                            faults.first().reason}
-                    .toString();
+        fault = QStringLiteral("%1:%2:%3: %4")
+                    .arg(path, QString::number(faults.first().place.line),
+                         QString::number(faults.first().place.column), faults.first().reason);
     return document;
 }
 

@@ -2,7 +2,7 @@
 #include "Commands.h"
 #include "ExchangeFolder.h"
 #include "ExchangeOptions.h"
-#include "LanguageFolder.h"
+#include "Folders.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -121,7 +121,7 @@ ExitStatus runExport(const CommandLine& commandLine)
     const ExchangeFormat* format =
         areAllWanted ? formatOfAll(commandLine) : chooseFormat(commandLine, output);
     const QString folderPath = commandLine.arguments().constFirst();
-    if (format == nullptr || !LanguageFolder::checkFolder(folderPath))
+    if (format == nullptr || !checkFolder(folderPath))
         return UnusableInput;
     const QString baseLanguage = commandLine.value(baseOption().name);
     const ExchangeFolder folder(folderPath, commandLine.value(shortFolderOption().name),

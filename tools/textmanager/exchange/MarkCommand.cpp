@@ -3,7 +3,7 @@
 #include "Commands.h"
 #include "ExchangeFolder.h"
 #include "ExchangeOptions.h"
-#include "LanguageFolder.h"
+#include "Folders.h"
 #include "NearestNames.h"
 
 #include <QJsonArray>
@@ -68,7 +68,7 @@ ExitStatus runMark(const CommandLine& commandLine)
         return commandLine.refuse(QStringLiteral("--current is missing."));
     const QStringList arguments = commandLine.arguments();
     const QString& folderPath = arguments.at(0);
-    if (!LanguageFolder::checkFolder(folderPath))
+    if (!checkFolder(folderPath))
         return UnusableInput;
     BaseTextRecordFile file(folderPath);
     BaseTextRecord& record = file.record();
