@@ -24,13 +24,14 @@ void addCommonOptions(QVector<OptionDescription>& options)
 QVector<Command> commands()
 {
     QVector<Command> commands = {
-        allCommand(),       checkCommand(),     exportCommand(), getCommand(), headerCommand(),
-        importCommand(),    languagesCommand(), markCommand(),   newCommand(), packCommand(),
-        pickCommand(),      pseudoCommand(),    removeCommand(), setCommand(), setHeaderCommand(),
+        allCommand(),       checkCommand(),  exportCommand(), getCommand(),
+        headerCommand(),    importCommand(), keysCommand(),   languagesCommand(),
+        markCommand(),      newCommand(),    packCommand(),   pickCommand(),
+        pseudoCommand(),    removeCommand(), setCommand(),    setHeaderCommand(),
 #ifdef TEXTMANAGER_HAS_REFERENCE_PLATFORM
         translateCommand(),
 #endif
-        urlsCommand(),      watchCommand(),
+        urlsCommand(),      usageCommand(),  watchCommand(),
     };
     for (Command& command : commands)
         addCommonOptions(command.description.options);

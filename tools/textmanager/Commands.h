@@ -22,6 +22,7 @@ Command exportCommand();
 Command getCommand();
 Command headerCommand();
 Command importCommand();
+Command keysCommand();
 Command languagesCommand();
 Command markCommand();
 Command newCommand();
@@ -34,6 +35,7 @@ Command setHeaderCommand();
 /** Needs the reference platform, whose walk over JSON data it takes. */
 Command translateCommand();
 Command urlsCommand();
+Command usageCommand();
 Command watchCommand();
 
 /** All of them, in the order of their names, with the options that every command has. */

@@ -168,19 +168,12 @@ private:
             m_Types.append(at(i - 1).kind == Kind::Identifier ? at(i - 1).text : QString());
         else if (at(i).isSign("}") && !m_Types.isEmpty())
             m_Types.removeLast();
-        else if (isIdentifier(at(i), "Texts") && at(i + 1).isSign(".") && at(i + 3).isSign("("))
-            readModuleCall(i + 2);
+        else if (isIdentifier(at(i), "Texts") && at(i + 1).isSign(".") &&
+                 isIdentifier(at(i + 2), "text") && at(i + 3).isSign("("))
+            evaluate(argumentsOf(m_Tokens, i + 3).first(), at(i + 2).place);
         else if (isIdentifier(at(i), "url") && at(i + 1).isSign(":") && !m_Types.isEmpty() &&
                  m_Types.last() == QLatin1String("DeviceText"))
             evaluate(bindingAt(i + 2), at(i).place);
-    }
-
-    void readModuleCall(int i)
-    {
-        const QStringList functions = {QStringLiteral("text"), QStringLiteral("shortText"),
-                                       QStringLiteral("message")};
-        if (functions.contains(at(i).text))
-            evaluate(argumentsOf(m_Tokens, i + 1).first(), at(i).place);
     }
 
     /** What is bound to a property: to the end of the line, or further where it is not over. */
