@@ -15,6 +15,8 @@ enum ExitStatus : int {
     UnusableInput = 2, ///< wrong usage, or input that cannot be used
 };
 
+/** Writes a part of the result, in UTF-8, to standard output. */
+void printPart(const QByteArray& part);
 /** Writes one line of the result, in UTF-8, to standard output. */
 void printResult(const QByteArray& line);
 /** Writes one line of the result to standard output. */
