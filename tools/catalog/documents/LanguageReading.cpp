@@ -1,6 +1,7 @@
 #include "LanguageReading.h"
 
 #include "FileCheck.h"
+#include "LanguageDocument.h"
 #include "RegularFile.h"
 
 #include "LanguageDefinitions.h"
@@ -46,8 +47,11 @@ QJsonObject readLanguage(const QString& folderPath, const QString& language, QSt
         bytes.replace('\r', QByteArray());
     const QJsonObject document = QJsonDocument::fromJson(bytes).object();
     if (!document.contains(LanguageDefinitions::getJsonContentName())) {
-        if (const auto finding = findFault(path, bytes))
-            fault = finding->toString();
+        const QVector<Finding> faults = LanguageDocument(*content.bytes).findFaults();
+        const Finding first = faults.isEmpty() ? Finding() : faults.first();
+        fault = QStringLiteral("%1:%2:%3: %4")
+                    .arg(path, QString::number(first.place.line),
+                         QString::number(first.place.column), first.reason);
     }
     return document;
 }

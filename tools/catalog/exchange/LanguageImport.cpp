@@ -1,6 +1,5 @@
 #include "LanguageImport.h"
 
-#include "BaseTextRecordFile.h"
 #include "LanguageReading.h"
 #include "TextNodes.h"
 
@@ -47,8 +46,11 @@ std::unique_ptr<LanguageImport> LanguageImport::open(const ExchangeFolder& folde
     std::unique_ptr<LanguageImport> import(new LanguageImport(folder, language));
     const bool hasShort = std::any_of(file.units.begin(), file.units.end(), isShortUnit);
     const bool isShortWanted = hasShort && folder.hasShortFolder();
-    if (!import->openEditors(isShortWanted))
+    EditFault editFault;
+    if (!import->openEditors(isShortWanted, editFault)) {
+        fault = editFault.reason;
         return nullptr;
+    }
     const std::optional<ExchangeTexts> texts = folder.read(language, fault);
     if (!texts)
         return nullptr;
@@ -67,16 +69,16 @@ LanguageImport::LanguageImport(const ExchangeFolder& folder, const QString& lang
 {
 }
 
-bool LanguageImport::openEditors(bool isShortWanted)
+bool LanguageImport::openEditors(bool isShortWanted, EditFault& fault)
 {
-    m_pFull = LanguageFileEditor::open(m_Folder.path(), m_StrLanguage);
+    m_pFull = LanguageFileEditor::open(m_Folder.path(), m_StrLanguage, fault);
     if (m_pFull == nullptr || !isShortWanted)
         return m_pFull != nullptr;
     const QString path = m_Folder.shortFolderPath();
     if (listLanguages(path).contains(m_StrLanguage)) {
-        m_pShort = LanguageFileEditor::open(path, m_StrLanguage);
+        m_pShort = LanguageFileEditor::open(path, m_StrLanguage, fault);
     } else {
-        m_pShort = LanguageFileEditor::create(path, m_StrLanguage);
+        m_pShort = LanguageFileEditor::create(path, m_StrLanguage, fault);
         if (m_pShort != nullptr)
             m_pShort->document() = emptyDocument(m_StrLanguage);
     }
@@ -87,16 +89,24 @@ void LanguageImport::apply(const ImportPlan& plan, const ExchangeTexts& texts)
 {
     m_SameCount = plan.sameCount;
     m_LeftOut = plan.leftOut;
-    m_Current = plan.confirmedTexts;
+    for (const ImportPlan::NewText& text : plan.confirmedTexts)
+        note(text);
     for (const ImportPlan::NewText& text : plan.texts) {
         const QString obstacle = write(text, texts.comment(text.url, text.isShort));
         if (obstacle.isEmpty()) {
-            m_Current.append(text);
+            note(text);
             continue;
         }
         m_LeftOut.append(
             {text.place, QStringLiteral("%1: cannot be written: %2.").arg(text.url, obstacle)});
     }
+}
+
+void LanguageImport::note(const ImportPlan::NewText& text)
+{
+    LanguageFileEditor* editor = (text.isShort ? m_pShort : m_pFull).get();
+    if (editor != nullptr && !text.baseText.isEmpty())
+        editor->noteBaseText(text.url, text.baseText);
 }
 
 QString LanguageImport::write(const ImportPlan::NewText& text, const QString& comment)
@@ -120,27 +130,12 @@ QString LanguageImport::write(const ImportPlan::NewText& text, const QString& co
 bool LanguageImport::save(const std::vector<std::unique_ptr<LanguageImport>>& imports,
                           QString& fault)
 {
+    std::vector<LanguageFileEditor*> editors;
     for (const auto& import : imports) {
-        if (!import->m_pFull->save() || (import->m_pShort != nullptr && !import->m_pShort->save()))
-            return false;
+        editors.push_back(import->m_pFull.get());
+        if (import->m_pShort != nullptr)
+            editors.push_back(import->m_pShort.get());
     }
-    if (imports.empty())
-        return true;
-    const ExchangeFolder& folder = imports.front()->m_Folder;
-    for (const bool isShort : {false, true}) {
-        if (isShort && !folder.hasShortFolder())
-            continue;
-        BaseTextRecordFile file(isShort ? folder.shortFolderPath() : folder.path());
-        for (const auto& import : imports) {
-            for (const ImportPlan::NewText& text : qAsConst(import->m_Current)) {
-                if (text.isShort == isShort && !text.baseText.isEmpty())
-                    file.record().noteText(text.url, import->m_StrLanguage, text.baseText);
-            }
-        }
-        if (!file.save()) {
-            fault = file.fault();
-            return false;
-        }
-    }
-    return true;
+    fault = LanguageFileEditor::saveAll(editors);
+    return fault.isEmpty();
 }

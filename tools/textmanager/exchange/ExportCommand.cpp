@@ -2,7 +2,7 @@
 #include "Commands.h"
 #include "ExchangeFolder.h"
 #include "ExchangeOptions.h"
-#include "LanguageFolder.h"
+#include "Folders.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -118,7 +118,7 @@ ExitStatus runExport(const CommandLine& commandLine)
     const ExchangeFormat* format =
         areAllWanted ? formatOfAll(commandLine) : chooseFormat(commandLine, output);
     const QString folderPath = commandLine.arguments().constFirst();
-    if (format == nullptr || !LanguageFolder::checkFolder(folderPath))
+    if (format == nullptr || !checkFolder(folderPath))
         return UnusableInput;
     const CheckSettings settings = settingsOf(commandLine, folderPath);
     if (commandLine.language() == settings.base)

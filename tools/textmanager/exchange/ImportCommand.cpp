@@ -2,8 +2,8 @@
 #include "Commands.h"
 #include "ExchangeFolder.h"
 #include "ExchangeOptions.h"
+#include "Folders.h"
 #include "Input.h"
-#include "LanguageFolder.h"
 #include "LanguageImport.h"
 #include "LanguageTags.h"
 
@@ -146,7 +146,7 @@ QJsonObject toJson(const LanguageImport& import)
 ExitStatus runImport(const CommandLine& commandLine)
 {
     const QStringList arguments = commandLine.arguments();
-    if (!LanguageFolder::checkFolder(arguments.constFirst()))
+    if (!checkFolder(arguments.constFirst()))
         return UnusableInput;
     const CheckSettings settings = settingsOf(commandLine, arguments.constFirst());
     const ExchangeFolder folder(arguments.constFirst(), settings.shortFolder, settings.base);

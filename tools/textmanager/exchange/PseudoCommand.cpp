@@ -3,8 +3,7 @@
 #include "ExchangeFolder.h"
 #include "ExchangeOptions.h"
 #include "FileCheck.h"
-#include "LanguageFileEditor.h"
-#include "LanguageFolder.h"
+#include "Folders.h"
 #include "LanguageReading.h"
 #include "PseudoLanguage.h"
 #include "RegularFile.h"
@@ -43,8 +42,8 @@ QMap<QString, QJsonObject> readDocuments(const QString& folderPath)
 std::unique_ptr<LanguageFileEditor> openTarget(const QString& folderPath, const QString& language)
 {
     if (!listLanguages(folderPath).contains(language))
-        return LanguageFileEditor::create(folderPath, language);
-    auto editor = LanguageFileEditor::open(folderPath, language);
+        return createEditor(folderPath, language);
+    auto editor = openEditor(folderPath, language);
     if (editor == nullptr || PseudoLanguage::isPseudo(editor->document()))
         return editor;
     printMessage(QStringLiteral("%1: was not made by this command, and is left alone. Take another "
@@ -96,7 +95,7 @@ ExitStatus runPseudo(const CommandLine& commandLine)
     if (commandLine.value(outputOption).isEmpty())
         return commandLine.refuse(QStringLiteral("--output is missing."));
     const QString folderPath = commandLine.arguments().constFirst();
-    if (!LanguageFolder::checkFolder(folderPath))
+    if (!checkFolder(folderPath))
         return UnusableInput;
     const CheckSettings settings = settingsOf(commandLine, folderPath);
     QStringList folders = {folderPath};
@@ -109,7 +108,7 @@ ExitStatus runPseudo(const CommandLine& commandLine)
             return UnusableInput;
     }
     for (const Made& made : all) {
-        if (!commandLine.isDryRun() && !made.editor->save())
+        if (!commandLine.isDryRun() && !saveEditor(*made.editor))
             return UnusableInput;
         print(made, commandLine.isJsonWanted());
     }
