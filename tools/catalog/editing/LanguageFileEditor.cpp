@@ -123,8 +123,8 @@ void LanguageFileEditor::noteMove(const QString& url, const QString& newUrl)
 DocumentEdit LanguageFileEditor::edit() const
 {
     const QFileInfo file(m_StrFilePath);
-    return {file.path(), file.baseName(), m_Document.documentAsRead(), m_Document.document(),
-            m_OldUrls,   m_BaseTexts};
+    return {file.path(),           file.baseName(), m_Document.documentAsRead(),
+            m_Document.document(), m_OldUrls,       m_BaseTexts};
 }
 
 QString LanguageFileEditor::save()

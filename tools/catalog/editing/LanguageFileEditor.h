@@ -47,8 +47,9 @@ public:
     void noteMove(const QString& url, const QString& newUrl);
 
     /**
-     * Saves the document, and the record of what texts are of where there is one: only the bytes of what was changed are replaced, and what is new follows
-     * the layout around it. When the document is as it was read, the file is left alone.
+     * Saves the document, and the record of what texts are of where there is one: only the bytes of
+     * what was changed are replaced, and what is new follows the layout around it. When the
+     * document is as it was read, the file is left alone.
      *
      * @return why the file does not hold the document, or may not after a power failure; empty when
      * it does. If not, it is as it was, unless the message says otherwise.

@@ -55,9 +55,8 @@ void noteEditOfBase(const DocumentEdit& edit, BaseTextRecord& record)
     const LanguageTexts after(edit.after);
     const bool isBeginning =
         !record.isBegun() && listLanguages(edit.folderPath).size() > 1 &&
-        std::any_of(after.entries().begin(), after.entries().end(), [&](const auto& entry) {
-            return isReplaced(entry, before, edit.oldUrls);
-        });
+        std::any_of(after.entries().begin(), after.entries().end(),
+                    [&](const auto& entry) { return isReplaced(entry, before, edit.oldUrls); });
     if (isBeginning)
         record.begin(edit.language, allTexts(before));
     for (const LanguageTexts::Entry& entry : before.entries()) {
@@ -77,9 +76,8 @@ QString noteEditOfOther(const DocumentEdit& edit, BaseTextRecord& record)
     QString fault;
     const LanguageTexts before(edit.before);
     const LanguageTexts base(readLanguage(edit.folderPath, record.baseLanguage(), fault));
-    const LanguageTexts lastFallback(
-        readLanguage(edit.folderPath, LanguageDefinitions::getSecondFallbackLanguageFilename(),
-                     fault));
+    const LanguageTexts lastFallback(readLanguage(
+        edit.folderPath, LanguageDefinitions::getSecondFallbackLanguageFilename(), fault));
     const LanguageTexts after(edit.after);
     for (const LanguageTexts::Entry& entry : after.entries()) {
         const QString ofBase = base.text(entry.url);
@@ -123,8 +121,8 @@ QString RecordUpdates::open(const DocumentEdit& edit, Folder*& folder)
     QString fault = folder->file.lock({BaseTextRecord::pathIn(edit.folderPath)});
     if (fault.isEmpty())
         folder->record = BaseTextRecord::readFrom(edit.folderPath, fault);
-    folder->baseLanguage = folder->record.isBegun() ? folder->record.baseLanguage()
-                                                    : baseLanguageOf(edit.folderPath);
+    folder->baseLanguage =
+        folder->record.isBegun() ? folder->record.baseLanguage() : baseLanguageOf(edit.folderPath);
     return fault;
 }
 

@@ -16,7 +16,8 @@ struct DocumentEdit {
     QString language;
     QJsonObject before;
     QJsonObject after;
-    QMap<QString, QString> oldUrls;   ///< of texts that were moved with all below them, by their new ones
+    QMap<QString, QString>
+        oldUrls; ///< of texts that were moved with all below them, by their new ones
     QMap<QString, QString> baseTexts; ///< by URL: what texts are said to be of
 };
 

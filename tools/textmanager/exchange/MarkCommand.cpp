@@ -3,7 +3,6 @@
 #include "ExchangeFolder.h"
 #include "ExchangeOptions.h"
 #include "Folders.h"
-#include "Folders.h"
 #include "NearestNames.h"
 
 #include <QJsonArray>
