@@ -208,6 +208,7 @@ void ToolExchangeTest::knowsStaleTexts_data()
         set DIR en_US A --text new; import DIR DIR/confirmed.po                               |
         set DIR en_US A --text new; import DIR DIR/new.po                                     |
         set DIR en_US A --text new; import DIR DIR/old.po --stale                             | base a
+        set DIR en_US A --text new; rename DIR A N; set DIR de B --text b2; rename DIR N A    | base a
         set DIR en_US A --text new; set DIR/short de A --text kurz                            | base a
     )");
 }

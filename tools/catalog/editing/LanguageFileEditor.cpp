@@ -115,16 +115,11 @@ void LanguageFileEditor::noteBaseText(const QString& url, const QString& baseTex
     m_BaseTexts.insert(url, baseText);
 }
 
-void LanguageFileEditor::noteMove(const QString& url, const QString& newUrl)
-{
-    m_OldUrls.insert(newUrl, url);
-}
-
 DocumentEdit LanguageFileEditor::edit() const
 {
     const QFileInfo file(m_StrFilePath);
-    return {file.path(),           file.baseName(), m_Document.documentAsRead(),
-            m_Document.document(), m_OldUrls,       m_BaseTexts};
+    return {file.path(), file.baseName(), m_Document.documentAsRead(), m_Document.document(),
+            {},          m_BaseTexts};
 }
 
 QString LanguageFileEditor::save()

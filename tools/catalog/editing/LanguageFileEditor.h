@@ -38,13 +38,9 @@ public:
     QJsonObject& document() { return m_Document.document(); }
     const QString& filePath() const { return m_StrFilePath; }
 
-    // What is known about an edit beside the document, for the record of what texts are of, which
-    // is kept with every change: see RecordUpdates.
-
-    /** The text at @p url, changed or not, is of @p baseText. */
+    /** Says that the text at @p url, changed or not, is of @p baseText, for the record of what
+     * texts are of. That is kept with every change, see RecordUpdates. */
     void noteBaseText(const QString& url, const QString& baseText);
-    /** The text at @p newUrl, with all below it, is what was at @p url. */
-    void noteMove(const QString& url, const QString& newUrl);
 
     /**
      * Saves the document, and the record of what texts are of where there is one: only the bytes of
@@ -66,5 +62,4 @@ private:
     FileTransaction m_Files;
     EditedDocument m_Document;
     QMap<QString, QString> m_BaseTexts; ///< by URL
-    QMap<QString, QString> m_OldUrls;   ///< by the new ones
 };
