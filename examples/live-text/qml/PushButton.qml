@@ -13,16 +13,16 @@ Rectangle {
     Layout.fillWidth: true
     Layout.minimumWidth: 100
     Layout.maximumWidth: implicitWidth
-    implicitWidth: Math.max(120, label.implicitWidth + 36)
+    implicitWidth: Math.max(120, label.fullWidth + 36)
     implicitHeight: 56
     radius: Theme.radius
     color: isActive ? activeColor : touch.pressed ? Theme.line : Theme.raised
     border.color: isActive ? activeColor : Theme.line
 
-    DeviceText {
+    ScreenText {
         id: label
         anchors.centerIn: parent
-        width: Math.min(implicitWidth, parent.width - 16)
+        width: Math.min(fullWidth, parent.width - 16)
         color: button.isActive ? Theme.contrast : Theme.text
         font.weight: Font.DemiBold
     }

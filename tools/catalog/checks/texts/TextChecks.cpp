@@ -4,11 +4,25 @@
 #include "StyleChecks_p.h"
 #include "TextLength.h"
 
+#include <algorithm>
+
+namespace
+{
+
+bool isLineBreak(QChar character)
+{
+    return character == QLatin1Char('\n') || character == QChar::LineSeparator ||
+           character == QChar::ParagraphSeparator;
+}
+
+} // namespace
+
 AnalyzedText::AnalyzedText(const QString& wholeText, const AnalyzedText* base)
     : text(wholeText)
     , placeholders(text, base != nullptr ? &base->placeholders : nullptr)
     , tags(text)
     , data(text, placeholders, tags)
+    , lineBreaks(static_cast<int>(std::count_if(text.begin(), text.end(), isLineBreak)))
 {
 }
 
