@@ -60,9 +60,9 @@ SIZE_BEFORE = 298_720
 
 def goals(results, sizes):
     """What is measured, against what, and how much of that it may be at most."""
-    look_ups, loading, device, editing, translation, messages, memory, different, copied = (
-        results[name] for name in ("look_ups", "loading", "device", "editing", "translation", "messages", "memory",
-                                   "six_different", "six_copied"))
+    look_ups, loading, device, editing, translation, exchange, messages, memory, different, copied = (
+        results[name] for name in ("look_ups", "loading", "device", "editing", "translation", "exchange", "messages",
+                                   "memory", "six_different", "six_copied"))
     direct = look_ups["getText"]
     return [
         ("`getText` against `QTranslator::translate`", show_time, direct, look_ups["QTranslator"], 0.6),
@@ -93,6 +93,10 @@ def goals(results, sizes):
          memory["lookedUp"], memory["loaded"], 1.3),
         ("A remembered message with one number, a plural, against `icu::MessageFormat::format` alone", show_time,
          messages["getMessage/plural"], messages["icuAlone/plural"], 2.0),
+        *((f"{action.capitalize()} of 5,000 texts as {name}, against loading their language", show_time,
+           exchange[f"{action}s/{format}"], exchange["loadsLanguage"], 5.0)
+          for action in ("export", "import")
+          for format, name in (("xliff", "XLIFF"), ("po", "PO"), ("tsv", "TSV"))),
         ("Library and reference platform, stripped, against what they were", show_size, sizes, SIZE_BEFORE, 0.87),
     ]
 
