@@ -66,9 +66,9 @@ SIZE_BEFORE = 298_720
 
 def goals(results, sizes, checks):
     """What is measured, against what, and how much of that it may be at most."""
-    look_ups, loading, device, editing, translation, messages, memory, different, copied = (
-        results[name] for name in ("look_ups", "loading", "device", "editing", "translation", "messages", "memory",
-                                   "six_different", "six_copied"))
+    look_ups, loading, device, editing, translation, exchange, messages, memory, different, copied = (
+        results[name] for name in ("look_ups", "loading", "device", "editing", "translation", "exchange", "messages",
+                                   "memory", "six_different", "six_copied"))
     direct = look_ups["getText"]
     return [
         ("`getText` against `QTranslator::translate`", show_time, direct, look_ups["QTranslator"], 0.6),
@@ -102,6 +102,10 @@ def goals(results, sizes, checks):
         ("Checking 150 languages of 1,000 texts, against loading them", show_time,
          results["checks"]["check/real_time"], results["checks"]["load/real_time"], 3.0),
         ("Peak memory of that, against the size of the files", show_size, checks["peak"], checks["files"], 4.0),
+        *((f"{action.capitalize()} of 5,000 texts as {name}, against loading their language", show_time,
+           exchange[f"{action}s/{format}"], exchange["loadsLanguage"], 5.0)
+          for action in ("export", "import")
+          for format, name in (("xliff", "XLIFF"), ("po", "PO"), ("tsv", "TSV"))),
         ("Library and reference platform, stripped, against what they were", show_size, sizes, SIZE_BEFORE, 0.87),
     ]
 

@@ -1,6 +1,7 @@
 #include "TextRename.h"
 
 #include "FileCheck.h"
+#include "RecordUpdates.h"
 #include "TextNodes.h"
 
 #include "LanguageDefinitions.h"
@@ -45,8 +46,20 @@ bool TextRename::isInAny(State state) const
 
 QString TextRename::save()
 {
+    RecordUpdates updates;
     for (const File& file : m_Files) {
-        if (file.state != State::Moved)
+        if (file.state == State::Without)
+            continue;
+        const QFileInfo info(file.path);
+        const QString fault = updates.add({info.path(),
+                                           info.baseName(),
+                                           file.document.documentAsRead(),
+                                           file.document.document(),
+                                           {{m_StrNewUrl, m_StrUrl}},
+                                           {}});
+        if (!fault.isEmpty())
+            return fault;
+        if (file.state == State::MovedBefore)
             continue;
         const auto bytes = file.document.bytes();
         if (!bytes)
@@ -55,7 +68,9 @@ QString TextRename::save()
                 .arg(file.path);
         m_Transaction.write(file.path, *bytes);
     }
-    return m_Transaction.save();
+    std::vector<FileTransaction*> transactions = updates.transactions();
+    transactions.insert(transactions.begin(), &m_Transaction);
+    return FileTransaction::saveAll(transactions);
 }
 
 QString TextRename::findUrlFault() const

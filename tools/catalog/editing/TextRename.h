@@ -43,7 +43,8 @@ public:
     const std::vector<File>& files() const { return m_Files; }
     bool isInAny(State state) const;
 
-    /** Saves what was moved. @return why not; see FileTransaction::save(). */
+    /** Saves what was moved, and the record of what texts are of. @return why not; see
+     * FileTransaction::save(). */
     QString save();
 
 private:
