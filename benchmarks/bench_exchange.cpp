@@ -37,7 +37,7 @@ public:
     FewLanguages(const TextFolder& folder, const QStringList& languages)
     {
         for (const QString& language : languages)
-            QFile::copy(folder.languages() + fileOf(language), path() + fileOf(language));
+            QFile::copy(folder.translations() + fileOf(language), path() + fileOf(language));
     }
 
     QString path() const { return m_Folder.path(); }

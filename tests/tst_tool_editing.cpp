@@ -61,6 +61,7 @@ private Q_SLOTS:
     void startsALanguage();
     void losesNothingOfTwoEditors();
     void noticesWhatOthersWriteMeanwhile();
+    void renamesEverywhere();
     void savesWholeOrNotAtAll();
     void keepsTheFileWhenTheDiskIsFull();
 };
@@ -188,6 +189,30 @@ void ToolEditingTest::noticesWhatOthersWriteMeanwhile()
         });
         QCOMPARE(bytesOf(files.file(language)), "others");
     }
+}
+
+void ToolEditingTest::renamesEverywhere()
+{
+    const QByteArray before = R"({"M": {"childs": {"S": {"text": "a", "childs": {"T": {}}}}}})";
+    const QByteArray after = R"({"M": {"childs": {"N": {"text": "a", "childs": {"T": {}}}}}})";
+    const LanguageFiles files;
+    files.write("de", fileWith(before));
+    files.write("en", fileWith(after)); // as a crash between the two would leave it
+    files.write("fr", fileWith("{}"));
+    files.write("short/de", fileWith(before));
+    const QString command = "rename DIR M/S M/N --short-folder short";
+    QCOMPARE(ToolRun(files.words(command + " --dry-run")).exitStatus(), 0);
+    QCOMPARE(bytesOf(files.file("de")), fileWith(before));
+    QCOMPARE(ToolRun(files.words(command)).exitStatus(), 0);
+    for (const QString name : {"de", "en", "short/de"})
+        QCOMPARE(parseObject(bytesOf(files.file(name))), parseObject(fileWith(after)));
+    const ToolRun miss(files.words("rename DIR M/S M/X"));
+    QCOMPARE(miss.exitStatus(), 1);
+    QVERIFY2(miss.says("M/S: no language has it"), qPrintable(miss.messages()));
+    files.write("fr", fileWith(R"({"M": {"childs": {"N": {}, "X": {}}}})"));
+    QCOMPARE(ToolRun(files.words("rename DIR M/N M/X")).exitStatus(), 2);
+    QCOMPARE(parseObject(bytesOf(files.file("de"))), parseObject(fileWith(after)));
+    QCOMPARE(ToolRun(files.words("rename DIR M M/X")).exitStatus(), 2);
 }
 
 void ToolEditingTest::savesWholeOrNotAtAll()

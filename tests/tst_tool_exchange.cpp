@@ -65,6 +65,8 @@ private Q_SLOTS:
     void exports();
     void imports_data();
     void imports();
+    void knowsStaleTexts_data();
+    void knowsStaleTexts();
     void makesPseudoLanguages_data();
     void makesPseudoLanguages();
 };
@@ -183,6 +185,66 @@ void ToolExchangeTest::imports()
     QCOMPARE(textsIn(files.file("de")), cell("after"));
     QCOMPARE(bytesOf(files.file("en_US")), base);
     QVERIFY(!bytesOf(files.file("de")).contains("new comment"));
+}
+
+/** After a command each, what check says of A in de: nothing, or the old base text. */
+void ToolExchangeTest::knowsStaleTexts_data()
+{
+    addTable(R"(
+        commands                                                                              | old
+        set DIR de A --text neu                                                               | no record
+        set DIR en_US C --text new --comment c                                                | no record
+        set DIR en_US A --text new                                                            | base a
+        set DIR en_US A --text new; set DIR en_US A --text newer                              | base a
+        set DIR en_US A --text new; set DIR en_US A --text base~a                             |
+        set DIR en_US A --text new; set DIR de A --text neu                                   |
+        set DIR en_US A --text new; set DIR de A --text neu; set DIR en_US A --text newer     | new
+        set DIR en_US A --text new; set DIR de B --text neu                                   | base a
+        set DIR en_US A --text new; mark DIR de A --current                                   |
+        set DIR en_US A --text new; mark DIR de A --current --dry-run                         | base a
+        set DIR en_US B --text new; set DIR en_US A --text new                                | base a
+        set DIR en_US A --text new; export DIR --language de -o DIR/x.po; import DIR DIR/x.po | base a
+        set DIR en_US A --text new; export DIR --language de -o DIR/x.tsv; import DIR DIR/x.tsv | base a
+        set DIR en_US A --text new; import DIR DIR/confirmed.po                               |
+        set DIR en_US A --text new; import DIR DIR/new.po                                     |
+        set DIR en_US A --text new; import DIR DIR/old.po --stale                             | base a
+        set DIR en_US A --text new; rename DIR A N; set DIR de B --text b2; rename DIR N A    | base a
+        set DIR en_US A --text new; set DIR/short de A --text kurz                            | base a
+    )");
+}
+
+void ToolExchangeTest::knowsStaleTexts()
+{
+    const LanguageFiles files;
+    for (const QString name : {"", "short/"}) {
+        files.write(name + "en_US", languageFile("A=base a;B=base b"));
+        files.write(name + "de", languageFile("A=a;B=b"));
+    }
+    const auto writePo = [&](const char* name, const QByteArray& id, const QByteArray& text) {
+        LanguageFiles::writePath(files.path() + name,
+                                 "msgid \"\"\nmsgstr \"Language: de\\n\"\nmsgctxt \"A\"\nmsgid \"" +
+                                     id + "\"\nmsgstr \"" + text + "\"\n");
+    };
+    writePo("confirmed.po", "new", "a");
+    writePo("new.po", "new", "neu");
+    writePo("old.po", "base a", "neu");
+    for (const QString& command : cell("commands").split("; ")) {
+        const ToolRun run(files.words(command).replaceInStrings("~", " "));
+        QVERIFY2(run.exitStatus() == 0, qPrintable(run.messages()));
+    }
+    const ToolRun check(files.words("check DIR --format json --language de"));
+    const QString found =
+        QString("The base text was \\\"%1\\\" when this was written").arg(cell("old"));
+    const bool isStale = !cell("old").isEmpty() && cell("old") != "no record";
+    QVERIFY2(check.output().contains(isStale ? found : "\"findings\":"),
+             qPrintable(check.output()));
+    QCOMPARE(check.output().contains("stale-text"), isStale);
+    QCOMPARE(QFile::exists(files.path() + ".textmanager-base-texts"), cell("old") != "no record");
+    QCOMPARE(QFile::exists(files.path() + "short/.textmanager-base-texts"), false);
+    ToolRun(files.words("export DIR --language de -o DIR/x.po --only stale"));
+    const QByteArray previous =
+        "#, fuzzy\n#| msgid \"" + cell("old").toUtf8() + "\"\nmsgctxt \"A\"\n";
+    QCOMPARE(bytesOf(files.path() + "x.po").contains(previous), isStale);
 }
 
 void ToolExchangeTest::makesPseudoLanguages_data()

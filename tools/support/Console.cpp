@@ -14,9 +14,9 @@ namespace
 {
 
 /** Writes bytes that a text or a file name may have a part in. */
-void write(std::FILE* stream, const QByteArray& bytes)
+void write(std::FILE* stream, bool isTerminal, const QByteArray& bytes)
 {
-    const QByteArray shown = ::isatty(fileno(stream)) != 0 ? withVisibleControls(bytes) : bytes;
+    const QByteArray shown = isTerminal ? withVisibleControls(bytes) : bytes;
     std::fwrite(shown.constData(), 1, static_cast<std::size_t>(shown.size()), stream);
 }
 
@@ -54,15 +54,27 @@ QByteArray withVisibleControls(const QByteArray& utf8)
     return shown;
 }
 
+void printPart(const QByteArray& part)
+{
+    static const bool isOnTerminal = ::isatty(STDOUT_FILENO) != 0;
+    write(stdout, isOnTerminal, part);
+}
+
 void printResult(const QByteArray& line)
 {
-    write(stdout, line);
-    std::putchar('\n');
+    printPart(line);
+    printPart("\n");
 }
 
 void printResult(const QString& line)
 {
     printResult(line.toUtf8());
+}
+
+void printPaintedResult(const QString& lines)
+{
+    const QByteArray bytes = lines.toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
 }
 
 void printResult(const QJsonObject& object)
@@ -73,7 +85,8 @@ void printResult(const QJsonObject& object)
 void printMessage(const QString& message)
 {
     std::fflush(stdout); // results and messages in the order in which they came
-    write(stderr,
+    static const bool isOnTerminal = ::isatty(STDERR_FILENO) != 0;
+    write(stderr, isOnTerminal,
           QStringLiteral("%1: %2\n").arg(QCoreApplication::applicationName(), message).toUtf8());
 }
 

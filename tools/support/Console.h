@@ -15,10 +15,15 @@ enum ExitStatus : int {
     UnusableInput = 2, ///< wrong usage, or input that cannot be used
 };
 
+/** Writes a part of the result, in UTF-8, to standard output. */
+void printPart(const QByteArray& part);
 /** Writes one line of the result, in UTF-8, to standard output. */
 void printResult(const QByteArray& line);
 /** Writes one line of the result to standard output. */
 void printResult(const QString& line);
+/** Writes lines of the result that the caller has painted with control sequences, and in which it
+ * has shown the controls of texts and file names itself. */
+void printPaintedResult(const QString& lines);
 /** Writes the result for machines to standard output, in one line. */
 void printResult(const QJsonObject& object);
 /** Writes one line that is no result to standard error, with the program's name before it. */

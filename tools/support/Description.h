@@ -14,6 +14,7 @@ struct OptionDescription {
     QString defaultValue = QString();    ///< empty when there is none
     QStringList choices = QStringList(); ///< the values that there are; empty when any will do
     QString shortName = QString();       ///< one letter; empty when there is none
+    bool isRequired = false;
 };
 
 /**

@@ -59,8 +59,13 @@ OptionDescription helpOption()
 
 QString usageOf(const CommandDescription& command)
 {
-    return (QStringList{command.name(), QStringLiteral("[options]")} + command.argumentNames())
-        .join(QLatin1Char(' '));
+    QStringList words =
+        QStringList{command.name(), QStringLiteral("[options]")} + command.argumentNames();
+    for (const OptionDescription& option : command.options) {
+        if (option.isRequired)
+            words.append(QStringLiteral("--%1 %2").arg(option.name, option.valueName));
+    }
+    return words.join(QLatin1Char(' '));
 }
 
 QString nameOf(const OptionDescription& option)

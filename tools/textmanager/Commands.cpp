@@ -27,7 +27,8 @@ QVector<Command> commands()
         allCommand(),       checkCommand(),  exportCommand(), getCommand(),
         headerCommand(),    importCommand(), keysCommand(),   languagesCommand(),
         markCommand(),      newCommand(),    packCommand(),   pickCommand(),
-        pseudoCommand(),    removeCommand(), setCommand(),    setHeaderCommand(),
+        pseudoCommand(),    removeCommand(), renameCommand(), setCommand(),
+        setHeaderCommand(),
 #ifdef TEXTMANAGER_HAS_REFERENCE_PLATFORM
         translateCommand(),
 #endif

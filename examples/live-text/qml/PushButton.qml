@@ -13,7 +13,7 @@ Rectangle {
     Layout.fillWidth: true
     Layout.minimumWidth: 100
     Layout.maximumWidth: implicitWidth
-    implicitWidth: Math.max(120, label.fullWidth + 36)
+    implicitWidth: Math.max(120, label.implicitWidth + 36)
     implicitHeight: 56
     radius: Theme.radius
     color: isActive ? activeColor : touch.pressed ? Theme.line : Theme.raised
@@ -22,7 +22,7 @@ Rectangle {
     ScreenText {
         id: label
         anchors.centerIn: parent
-        width: Math.min(fullWidth, parent.width - 16)
+        width: Math.min(implicitWidth, parent.width - 16)
         color: button.isActive ? Theme.contrast : Theme.text
         font.weight: Font.DemiBold
     }

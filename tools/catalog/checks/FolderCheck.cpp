@@ -2,8 +2,12 @@
 
 #include "CheckList.h"
 #include "LanguageCheck_p.h"
+#include "PseudoLanguage.h"
+#include "RegularFile.h"
 
 #include "LanguageDefinitions.h"
+
+#include <QFileInfo>
 
 #include <algorithm>
 #include <future>
@@ -28,6 +32,43 @@ ReferenceTexts collectReferences(const LanguageCatalog& catalog, const QString& 
     return references;
 }
 
+/** Reads the record of the folder in which a file of the base stands. @return why it is none. */
+QVector<Finding> readRecord(const LanguageCatalog& catalog, const QString& base, bool isShort,
+                            BaseTextRecord& record)
+{
+    const CatalogFile* file = catalog.find(base, isShort);
+    const QString folder = file != nullptr ? QFileInfo(file->path).path() : QString();
+    if (file == nullptr || !QFileInfo::exists(BaseTextRecord::pathIn(folder)))
+        return {};
+    BaseTextRecord found;
+    const FileContent content = readRegularFile(BaseTextRecord::pathIn(folder));
+    std::optional<Finding> fault;
+    if (content.bytes)
+        fault = found.read(*content.bytes);
+    else
+        fault = Finding{QStringLiteral("unreadable-file"),
+                        Finding::Class::Error,
+                        BaseTextRecord::fileName(),
+                        {},
+                        {},
+                        {},
+                        QStringLiteral("It cannot be read: %1.").arg(content.error)};
+    if (fault) {
+        const QString subFolder = file->file.section(QLatin1Char('/'), 0, -2);
+        fault->file.prepend(subFolder.isEmpty() ? QString() : subFolder + QLatin1Char('/'));
+        return {*fault};
+    }
+    if (found.baseLanguage() == base)
+        record = found;
+    return {};
+}
+
+/** Whether the language was made to be looked at: nobody is to translate it. */
+bool isPseudo(const CatalogFile& file)
+{
+    return file.document.headerField(PseudoLanguage::headerField()) != JsonTree::none;
+}
+
 bool isBefore(const Finding& one, const Finding& other)
 {
     return std::tie(one.file, one.place.line, one.place.column, one.id, one.url) <
@@ -49,7 +90,7 @@ struct FileResult {
 FileResult checkFile(const CheckContext& context, const CatalogFile& file)
 {
     FileResult result{file.faults, std::nullopt};
-    if (!isCheckable(file))
+    if (!isCheckable(file) || isPseudo(file))
         return result;
     LanguageCheck check(context, file);
     result.findings += check.run();
@@ -114,7 +155,7 @@ bool CheckResult::isFailed(const CheckSettings& settings) const
 CheckResult checkFolder(const LanguageCatalog& catalog, const CheckSettings& settings,
                         const CheckProgress& progress)
 {
-    CheckContext context{catalog, settings, {}, {}, false};
+    CheckContext context{catalog, settings, {}, {}, false, {}, {}};
     const CatalogFile* base = catalog.find(settings.base);
     context.hasBase = base != nullptr && isCheckable(*base);
     if (context.hasBase) {
@@ -122,7 +163,8 @@ CheckResult checkFolder(const LanguageCatalog& catalog, const CheckSettings& set
         context.shortTexts = collectReferences(catalog, settings.base, true);
     }
     CheckResult result;
-    result.findings = settings.faults;
+    result.findings = settings.faults + readRecord(catalog, settings.base, false, context.record) +
+                      readRecord(catalog, settings.base, true, context.shortRecord);
     for (const FileResult& one : checkFiles(context, progress)) {
         result.findings += one.findings;
         if (one.coverage)

@@ -80,7 +80,10 @@ void LanguageCheck::checkEntry(const DocumentTexts::Entry& entry)
                                "is shown."));
         return;
     }
-    checkText(entry, text, index == ReferenceTexts::none ? nullptr : &m_References.at(index));
+    const ReferenceTexts::Entry* reference =
+        index == ReferenceTexts::none ? nullptr : &m_References.at(index);
+    checkText(entry, text, reference);
+    checkStaleness(entry, reference);
 }
 
 void LanguageCheck::checkText(const DocumentTexts::Entry& entry, const QString& text,
@@ -97,6 +100,23 @@ void LanguageCheck::checkText(const DocumentTexts::Entry& entry, const QString& 
     for (const TextFinding& finding : findings)
         add(finding.id, entry.url,
             placeInString(m_File.document.tree(), entry.text, finding.offset), finding.reason);
+}
+
+void LanguageCheck::checkStaleness(const DocumentTexts::Entry& entry,
+                                   const ReferenceTexts::Entry* reference)
+{
+    // A short text without one of the base is of the base's full text.
+    const QString baseText =
+        reference != nullptr ? reference->analyzed.text : m_Context.texts.textOf(entry.url);
+    const BaseTextRecord& record = m_File.isShort ? m_Context.shortRecord : m_Context.record;
+    const auto oldBaseText =
+        m_IsBase ? std::nullopt : record.findOldBaseText(entry.url, m_File.language, baseText);
+    if (oldBaseText)
+        add(QStringLiteral("stale-text"), entry.url, m_File.document.tree().valuePlace(entry.text),
+            QStringLiteral("The base text was \"%1\" when this was written, and is \"%2\" now. "
+                           "Translate it anew, or say with 'textmanager mark' that it is still "
+                           "right.")
+                .arg(*oldBaseText, baseText));
 }
 
 ShortTextLimits LanguageCheck::limitsOf(const QString& url) const

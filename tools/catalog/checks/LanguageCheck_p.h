@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BaseTextRecord.h"
 #include "FolderCheck.h"
 #include "ReferenceTexts.h"
 
@@ -10,6 +11,8 @@ struct CheckContext {
     ReferenceTexts texts;
     ReferenceTexts shortTexts; ///< of the base's and POSIX's short texts
     bool hasBase = false;      ///< whether the base can be read
+    BaseTextRecord record;     ///< what the texts are of
+    BaseTextRecord shortRecord;
 };
 
 /** Checks one file of a folder against the base. */
@@ -29,6 +32,7 @@ private:
     void checkEntry(const DocumentTexts::Entry& entry);
     void checkText(const DocumentTexts::Entry& entry, const QString& text,
                    const ReferenceTexts::Entry* reference);
+    void checkStaleness(const DocumentTexts::Entry& entry, const ReferenceTexts::Entry* reference);
     void checkComment(const DocumentTexts::Entry& entry);
     void checkKnown(const DocumentTexts::Entry& entry);
     void checkMissing();

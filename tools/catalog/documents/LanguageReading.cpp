@@ -48,10 +48,10 @@ QJsonObject readLanguage(const QString& folderPath, const QString& language, QSt
     const QJsonObject document = QJsonDocument::fromJson(bytes).object();
     if (!document.contains(LanguageDefinitions::getJsonContentName())) {
         const QVector<Finding> faults = LanguageDocument(*content.bytes).findFaults();
-        if (!faults.isEmpty())
-            fault = QStringLiteral("%1:%2:%3: %4")
-                        .arg(path, QString::number(faults.first().place.line),
-                             QString::number(faults.first().place.column), faults.first().reason);
+        const Finding first = faults.isEmpty() ? Finding() : faults.first();
+        fault = QStringLiteral("%1:%2:%3: %4")
+                    .arg(path, QString::number(first.place.line),
+                         QString::number(first.place.column), first.reason);
     }
     return document;
 }

@@ -46,7 +46,9 @@ std::optional<QByteArray> EditedDocument::bytes() const
     const bool isNew = m_Tree.bytes().isNull();
     const QByteArray bytes = isNew ? QJsonDocument(m_Document).toJson(QJsonDocument::Indented)
                                    : JsonRewriter(m_Tree).rewrite(m_DocumentAsRead, m_Document);
-    if (parsed(bytes) != m_Document || !JsonTree(bytes).isSound())
+    // Qt's parser orders some keys beyond U+FFFF otherwise than the members of an object.
+    const QJsonObject asParsed = parsed(QJsonDocument(m_Document).toJson(QJsonDocument::Compact));
+    if (parsed(bytes) != asParsed || !JsonTree(bytes).isSound())
         return std::nullopt;
     return bytes;
 }

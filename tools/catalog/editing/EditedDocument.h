@@ -28,6 +28,7 @@ public:
     /** The document as it was read, and as it is to be stored. */
     QJsonObject& document() { return m_Document; }
     const QJsonObject& document() const { return m_Document; }
+    const QJsonObject& documentAsRead() const { return m_DocumentAsRead; }
 
     /**
      * The bytes that hold the document: those that were read, with only what was changed replaced,

@@ -110,6 +110,18 @@ LanguageFileEditor::LanguageFileEditor(const QString& filePath)
 {
 }
 
+void LanguageFileEditor::noteBaseText(const QString& url, const QString& baseText)
+{
+    m_BaseTexts.insert(url, baseText);
+}
+
+DocumentEdit LanguageFileEditor::edit() const
+{
+    const QFileInfo file(m_StrFilePath);
+    return {file.path(), file.baseName(), m_Document.documentAsRead(), m_Document.document(),
+            {},          m_BaseTexts};
+}
+
 QString LanguageFileEditor::save()
 {
     return saveAll({this});
@@ -117,6 +129,7 @@ QString LanguageFileEditor::save()
 
 QString LanguageFileEditor::saveAll(const std::vector<LanguageFileEditor*>& editors)
 {
+    RecordUpdates updates;
     std::vector<FileTransaction*> transactions;
     for (LanguageFileEditor* editor : editors) {
         const std::optional<QByteArray> bytes = editor->m_Document.bytes();
@@ -126,6 +139,11 @@ QString LanguageFileEditor::saveAll(const std::vector<LanguageFileEditor*>& edit
                 .arg(editor->m_StrFilePath);
         editor->m_Files.write(editor->m_StrFilePath, *bytes);
         transactions.push_back(&editor->m_Files);
+        const QString fault = updates.add(editor->edit());
+        if (!fault.isEmpty())
+            return fault;
     }
+    for (FileTransaction* record : updates.transactions())
+        transactions.push_back(record);
     return FileTransaction::saveAll(transactions);
 }

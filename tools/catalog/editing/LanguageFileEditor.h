@@ -2,8 +2,10 @@
 
 #include "EditedDocument.h"
 #include "FileTransaction.h"
+#include "RecordUpdates.h"
 
 #include <QJsonObject>
+#include <QMap>
 #include <QString>
 
 #include <memory>
@@ -36,9 +38,14 @@ public:
     QJsonObject& document() { return m_Document.document(); }
     const QString& filePath() const { return m_StrFilePath; }
 
+    /** Says that the text at @p url, changed or not, is of @p baseText, for the record of what
+     * texts are of. That is kept with every change, see RecordUpdates. */
+    void noteBaseText(const QString& url, const QString& baseText);
+
     /**
-     * Saves the document: only the bytes of what was changed are replaced, and what is new follows
-     * the layout around it. When the document is as it was read, the file is left alone.
+     * Saves the document, and the record of what texts are of where there is one: only the bytes of
+     * what was changed are replaced, and what is new follows the layout around it. When the
+     * document is as it was read, the file is left alone.
      *
      * @return why the file does not hold the document, or may not after a power failure; empty when
      * it does. If not, it is as it was, unless the message says otherwise.
@@ -49,8 +56,10 @@ public:
 
 private:
     explicit LanguageFileEditor(const QString& filePath);
+    DocumentEdit edit() const;
 
     QString m_StrFilePath; ///< as it is named to the user
     FileTransaction m_Files;
     EditedDocument m_Document;
+    QMap<QString, QString> m_BaseTexts; ///< by URL
 };

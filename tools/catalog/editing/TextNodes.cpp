@@ -118,6 +118,22 @@ QString writeString(const QStringList& path, const QString& value, QJsonObject& 
     return obstacle;
 }
 
+QString insertObject(const QStringList& path, const QJsonObject& node, QJsonObject& document)
+{
+    const QString obstacle = describeObstacle(path, document);
+    if (!obstacle.isEmpty())
+        return obstacle;
+    // Not by setJsonValue(): it makes what is missing on the way a copy of an object.
+    QJsonValue value = node;
+    for (int length = path.size() - 1; length > 0; --length) {
+        QJsonObject parent = valueAt(path.mid(0, length), document).toObject();
+        parent.insert(path.at(length), value);
+        value = parent;
+    }
+    document.insert(path.first(), value);
+    return QString();
+}
+
 void removeMember(const QStringList& path, QJsonObject& document)
 {
     const QString& key = path.first();

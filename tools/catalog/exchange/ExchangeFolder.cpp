@@ -1,7 +1,6 @@
 #include "ExchangeFolder.h"
 #include "LanguageReading.h"
 
-#include "BaseTextRecordFile.h"
 #include "LanguageReading.h"
 #include "LanguageTags.h"
 #include "NearestNames.h"
@@ -84,7 +83,7 @@ ExchangeSide ExchangeFolder::readBase(const QString& folderPath)
     ExchangeSide side;
     side.base = LanguageTexts(readLanguage(folderPath, m_StrBaseLanguage, m_StrFault));
     side.lastFallback = LanguageTexts(readLanguage(folderPath, lastFallback(), m_StrFault));
-    const BaseTextRecord record = readRecord(folderPath, m_StrFault);
+    const BaseTextRecord record = BaseTextRecord::readFrom(folderPath, m_StrFault);
     if (record.baseLanguage() == m_StrBaseLanguage)
         side.record = record;
     return side;

@@ -1,6 +1,5 @@
 #include "LanguageImport.h"
 
-#include "BaseTextRecordFile.h"
 #include "LanguageReading.h"
 #include "TextNodes.h"
 
@@ -90,16 +89,24 @@ void LanguageImport::apply(const ImportPlan& plan, const ExchangeTexts& texts)
 {
     m_SameCount = plan.sameCount;
     m_LeftOut = plan.leftOut;
-    m_Current = plan.confirmedTexts;
+    for (const ImportPlan::NewText& text : plan.confirmedTexts)
+        note(text);
     for (const ImportPlan::NewText& text : plan.texts) {
         const QString obstacle = write(text, texts.comment(text.url, text.isShort));
         if (obstacle.isEmpty()) {
-            m_Current.append(text);
+            note(text);
             continue;
         }
         m_LeftOut.append(
             {text.place, QStringLiteral("%1: cannot be written: %2.").arg(text.url, obstacle)});
     }
+}
+
+void LanguageImport::note(const ImportPlan::NewText& text)
+{
+    LanguageFileEditor* editor = (text.isShort ? m_pShort : m_pFull).get();
+    if (editor != nullptr && !text.baseText.isEmpty())
+        editor->noteBaseText(text.url, text.baseText);
 }
 
 QString LanguageImport::write(const ImportPlan::NewText& text, const QString& comment)
@@ -130,25 +137,5 @@ bool LanguageImport::save(const std::vector<std::unique_ptr<LanguageImport>>& im
             editors.push_back(import->m_pShort.get());
     }
     fault = LanguageFileEditor::saveAll(editors);
-    if (!fault.isEmpty())
-        return false;
-    if (imports.empty())
-        return true;
-    const ExchangeFolder& folder = imports.front()->m_Folder;
-    for (const bool isShort : {false, true}) {
-        if (isShort && !folder.hasShortFolder())
-            continue;
-        BaseTextRecordFile file(isShort ? folder.shortFolderPath() : folder.path());
-        for (const auto& import : imports) {
-            for (const ImportPlan::NewText& text : qAsConst(import->m_Current)) {
-                if (text.isShort == isShort && !text.baseText.isEmpty())
-                    file.record().noteText(text.url, import->m_StrLanguage, text.baseText);
-            }
-        }
-        if (!file.save()) {
-            fault = file.fault();
-            return false;
-        }
-    }
-    return true;
+    return fault.isEmpty();
 }

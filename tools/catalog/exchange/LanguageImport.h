@@ -48,6 +48,7 @@ private:
 
     bool openEditors(bool isShortWanted, EditFault& fault);
     void apply(const ImportPlan& plan, const ExchangeTexts& texts);
+    void note(const ImportPlan::NewText& text);
     QString write(const ImportPlan::NewText& text, const QString& comment);
 
     const ExchangeFolder& m_Folder;
@@ -56,7 +57,6 @@ private:
     std::unique_ptr<LanguageFileEditor> m_pFull;
     std::unique_ptr<LanguageFileEditor> m_pShort; ///< null where no short text is imported
     QVector<Change> m_Changes;
-    QVector<ImportPlan::NewText> m_Current; ///< texts that are of the base text that they name
     int m_SameCount = 0;
     QVector<ExchangeFault> m_LeftOut;
 };

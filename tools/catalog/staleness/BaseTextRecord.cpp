@@ -1,9 +1,12 @@
 #include "BaseTextRecord.h"
 
+#include "RegularFile.h"
 #include "VisibleControls.h"
 
 #include "LanguageDefinitions.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QStringList>
 
 namespace
@@ -51,6 +54,27 @@ QString unescape(const QString& escaped)
 QString BaseTextRecord::fileName()
 {
     return QStringLiteral(".textmanager-base-texts");
+}
+
+QString BaseTextRecord::pathIn(const QString& folderPath)
+{
+    return QDir(folderPath).filePath(fileName());
+}
+
+BaseTextRecord BaseTextRecord::readFrom(const QString& folderPath, QString& fault)
+{
+    BaseTextRecord record;
+    const QString path = pathIn(folderPath);
+    if (!QFileInfo::exists(path))
+        return record;
+    const FileContent content = readRegularFile(path);
+    if (!content.bytes)
+        fault = QStringLiteral("%1: cannot be read: %2.").arg(path, content.error);
+    else if (const auto finding = record.read(*content.bytes))
+        fault = QStringLiteral("%1:%2:%3: %4")
+                    .arg(path, QString::number(finding->place.line),
+                         QString::number(finding->place.column), finding->reason);
+    return record;
 }
 
 std::optional<Finding> BaseTextRecord::read(const QByteArray& bytes)

@@ -25,6 +25,11 @@ public:
     /** A record that is not begun. */
     BaseTextRecord() = default;
 
+    static QString pathIn(const QString& folderPath);
+    /** Reads the record of a folder; one that is not begun where there is none. @param fault
+     * receives why it cannot be read, with its place. */
+    static BaseTextRecord readFrom(const QString& folderPath, QString& fault);
+
     /** Reads a record. @return why its bytes are none; the record is then as it was. */
     std::optional<Finding> read(const QByteArray& bytes);
     QByteArray bytes() const;
@@ -50,6 +55,8 @@ public:
     void noteText(const QString& url, const QString& language, const QString& baseText);
     /** The text and all below it got another URL. */
     void noteRename(const QString& url, const QString& newUrl);
+    /** The base has no such text any more. */
+    void noteRemoval(const QString& url) { m_Texts.remove(url); }
 
 private:
     QString m_StrBaseLanguage;

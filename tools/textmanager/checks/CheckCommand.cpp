@@ -95,8 +95,10 @@ void printReport(const CommandLine& commandLine, const CheckResult& result,
         printResult(toJson(result));
     else if (format == QLatin1String("sarif"))
         printResult(toSarif(result, folder));
+    else if (isColourWanted())
+        printPaintedResult(toText(result, settings, true));
     else
-        printResult(toText(result, settings, isColourWanted()));
+        printResult(toText(result, settings, false));
 }
 
 CheckResult checkAll(const LanguageCatalog& catalog, const CheckSettings& settings)

@@ -3,7 +3,10 @@
 #include "DeviceMessages.h"
 #include "Folders.h"
 #include "Input.h"
+#include "JsonOutput.h"
 #include "JsonParser.h"
+#include "JsonTree.h"
+#include "LanguageFolder.h"
 #include "NearestNames.h"
 #include "TextIdTranslation.h"
 
@@ -50,20 +53,36 @@ bool parse(const QByteArray& bytes, const QString& inputName, int line, QJsonDoc
     return false;
 }
 
-void printDocument(const QJsonDocument& document, QJsonDocument::JsonFormat format)
+std::function<QJsonDocument(QJsonDocument)> translating(TextIdTranslation& translation)
 {
-    printResult(QString::fromUtf8(document.toJson(format)).trimmed());
+    return [&](QJsonDocument document) { return translation.translate(std::move(document)); };
 }
 
 ExitStatus translateWhole(TextIdTranslation& translation, Input& input,
                           QJsonDocument::JsonFormat format)
 {
-    const auto bytes = input.readAll();
+    auto bytes = input.readAll();
     QJsonDocument document;
     if (!bytes || !parse(*bytes, input.name(), 1, document))
         return UnusableInput;
-    printDocument(translation.translate(std::move(document)), format);
+    bytes.reset(); // it may be large
+    printJson(std::move(document), format, translating(translation));
     return Done;
+}
+
+/** Whether no object of the line holds a key twice: Qt's parser then loses, but keeps in memory,
+ * what the first one held. There is a message when one does. */
+bool areKeysUnique(const QByteArray& bytes, const QString& inputName, int line)
+{
+    const JsonTree tree(bytes);
+    if (tree.repeatedKeys().empty())
+        return true;
+    const int repeated = tree.repeatedKeys().front();
+    const JsonFault fault{line, tree.keyPlace(repeated).column,
+                          QStringLiteral("the key %1 stands there twice. The line is left out")
+                              .arg(tree.pathOf(repeated))};
+    printMessage(fault.in(inputName) + QLatin1Char('.'));
+    return false;
 }
 
 ExitStatus translateLines(TextIdTranslation& translation, Input& input)
@@ -82,11 +101,12 @@ ExitStatus translateLines(TextIdTranslation& translation, Input& input)
         }
         if (bytes.trimmed().isEmpty())
             continue;
-        if (!parse(bytes, input.name(), line, document)) {
+        if (!areKeysUnique(bytes, input.name(), line) ||
+            !parse(bytes, input.name(), line, document)) {
             status = AnswerIsNo;
             continue;
         }
-        printDocument(translation.translate(std::move(document)), QJsonDocument::Compact);
+        printJson(std::move(document), QJsonDocument::Compact, translating(translation));
         if (!flushResult())
             return UnusableInput; // which is reported at the end of the program
     }

@@ -35,8 +35,6 @@ PackRequest requestOf(const CommandLine& commandLine)
 /** Why the options do not go together; empty when they do. */
 QString findConflict(const CommandLine& commandLine)
 {
-    if (commandLine.value(outputOption).isEmpty())
-        return QStringLiteral("-o DIR is missing: the folder that is to be written.");
     if (commandLine.isSet(blankOption) && commandLine.isSet(dropOption))
         return QStringLiteral("--blank-comments and --drop-comments exclude each other.");
     if (commandLine.isSet(languagesOption) && requestOf(commandLine).languages.isEmpty())
@@ -176,7 +174,8 @@ Command packCommand()
            QStringLiteral("The folder that is written."),
            {},
            {},
-           QStringLiteral("o")},
+           QStringLiteral("o"),
+           true},
           {blankOption, {}, QStringLiteral("Empty the comments; URLs are still listed.")},
           {dropOption, {}, QStringLiteral("Leave the comments out; URLs are no longer listed.")},
           {languagesOption, QStringLiteral("KEYS"),

@@ -204,6 +204,6 @@ Command importCommand()
           shortFolderOption(),
           baseOption()},
          QStringLiteral("textmanager import languages de_DE.xlf --dry-run\n"
-                        "textmanager import languages de_DE.xlf fr_FR.po")},
+                        "textmanager import languages de_DE.xlf")},
         runImport};
 }

@@ -1,4 +1,3 @@
-#include "BaseTextRecordFile.h"
 #include "CommandLine.h"
 #include "Commands.h"
 #include "ExchangeFolder.h"
@@ -36,14 +35,13 @@ bool areThere(const QStringList& urls, const LanguageTexts& texts)
 }
 
 /** Notes the texts as those of what the base is now. @return those for which that was needed. */
-QStringList markAll(const QStringList& urls, const ExchangeTexts& texts, BaseTextRecord& record)
+QStringList markAll(const QStringList& urls, const ExchangeTexts& texts, LanguageFileEditor& editor)
 {
     QStringList marked;
     for (const QString& url : urls) {
-        const QString baseText = texts.baseText(url, false);
-        if (record.findOldBaseText(url, texts.language, baseText))
+        if (texts.findOldBaseText(url, false))
             marked.append(url);
-        record.noteText(url, texts.language, baseText);
+        editor.noteBaseText(url, texts.baseText(url, false));
     }
     return marked;
 }
@@ -70,12 +68,15 @@ ExitStatus runMark(const CommandLine& commandLine)
     const QString& folderPath = arguments.at(0);
     if (!checkFolder(folderPath))
         return UnusableInput;
-    BaseTextRecordFile file(folderPath);
-    BaseTextRecord& record = file.record();
+    const auto editor = openEditor(folderPath, arguments.at(1));
+    if (editor == nullptr)
+        return UnusableInput;
+    QString fault;
+    const QString base = BaseTextRecord::readFrom(folderPath, fault).baseLanguage();
     const ExchangeFolder folder(folderPath, QString(),
-                                record.isBegun() ? record.baseLanguage()
-                                                 : settingsOf(commandLine, folderPath).base);
-    QString fault = file.fault().isEmpty() ? folder.fault() : file.fault();
+                                base.isEmpty() ? settingsOf(commandLine, folderPath).base : base);
+    if (fault.isEmpty())
+        fault = folder.fault();
     const auto texts = fault.isEmpty() ? folder.read(arguments.at(1), fault) : std::nullopt;
     if (!texts) {
         printMessage(fault);
@@ -86,11 +87,9 @@ ExitStatus runMark(const CommandLine& commandLine)
         printMessage(QStringLiteral("nothing was changed."));
         return AnswerIsNo;
     }
-    const QStringList marked = markAll(urls, *texts, record);
-    if (!commandLine.isDryRun() && !file.save()) {
-        printMessage(file.fault());
+    const QStringList marked = markAll(urls, *texts, *editor);
+    if (!commandLine.isDryRun() && !saveEditor(*editor))
         return UnusableInput;
-    }
     print(urls, marked, commandLine.isJsonWanted());
     return Done;
 }

@@ -44,6 +44,8 @@ QString CommandLine::findFault() const
 {
     for (const OptionDescription& option : m_Description.options) {
         const QString given = value(option.name);
+        if (option.isRequired && given.isEmpty())
+            return QStringLiteral("--%1 %2 is missing.").arg(option.name, option.valueName);
         if (!option.choices.isEmpty() && isSet(option.name) && !option.choices.contains(given))
             return QStringLiteral("unknown %1 '%2': it is one of %3.")
                        .arg(option.name, given, option.choices.join(QStringLiteral(", "))) +

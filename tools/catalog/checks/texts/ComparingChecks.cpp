@@ -33,7 +33,9 @@ void findOtherPlaceholders(const TextToCheck& text, TextFindings& findings)
         return;
     const PlaceholderDifference difference =
         text.text.placeholders.compareWithBase(text.base->placeholders);
-    if (difference.isNone())
+    const bool isMessageBroken =
+        !findings.isEmpty() && findings.first().id == QLatin1String("message-syntax");
+    if (difference.isNone() || isMessageBroken)
         return;
     QStringList faults;
     if (!difference.missing.isEmpty())

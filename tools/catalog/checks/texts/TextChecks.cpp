@@ -1,6 +1,7 @@
 #include "TextChecks.h"
 
 #include "ComparingChecks_p.h"
+#include "MessageChecks_p.h"
 #include "StyleChecks_p.h"
 #include "TextLength.h"
 
@@ -29,10 +30,10 @@ AnalyzedText::AnalyzedText(const QString& wholeText, const AnalyzedText* base)
 TextFindings checkText(const TextToCheck& text)
 {
     using Check = void (*)(const TextToCheck&, TextFindings&);
-    constexpr Check checks[] = {findOtherPlaceholders, findOtherMarkup,  findOtherData,
-                                findOtherLineBreaks,   findOtherEndMark, findCopyOfBase,
-                                findEdgeSpace,         findDoubleSpace,  findInvisibleCharacter,
-                                findRepeatedWord,      findTooLongText};
+    constexpr Check checks[] = {findMessageFaults,      findOtherPlaceholders, findOtherMarkup,
+                                findOtherData,          findOtherLineBreaks,   findOtherEndMark,
+                                findCopyOfBase,         findEdgeSpace,         findDoubleSpace,
+                                findInvisibleCharacter, findRepeatedWord,      findTooLongText};
     TextFindings findings;
     for (const Check check : checks)
         check(text, findings);

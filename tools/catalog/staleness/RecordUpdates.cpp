@@ -1,0 +1,144 @@
+#include "RecordUpdates.h"
+
+#include "CheckSettings.h"
+#include "LanguageReading.h"
+#include "LanguageTexts.h"
+
+#include "LanguageDefinitions.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace
+{
+
+/** The URL that a text had before it was moved. */
+QString oldUrlOf(const QString& url, const QMap<QString, QString>& oldUrls)
+{
+    const QString& separator = LanguageDefinitions::getUrlSeparator();
+    for (auto moved = oldUrls.begin(); moved != oldUrls.end(); ++moved) {
+        if (url == moved.key() || url.startsWith(moved.key() + separator))
+            return moved.value() + url.mid(moved.key().size());
+    }
+    return url;
+}
+
+QString baseLanguageOf(const QString& folderPath)
+{
+    CheckSettings settings;
+    settings.readFrom(folderPath);
+    return settings.base;
+}
+
+/** Whether a text is another one, which is not so where there was none. */
+bool isReplaced(const LanguageTexts::Entry& entry, const LanguageTexts& before,
+                const QMap<QString, QString>& oldUrls)
+{
+    const QString text = before.text(oldUrlOf(entry.url, oldUrls));
+    return !text.isEmpty() && text != entry.text;
+}
+
+QMap<QString, QString> allTexts(const LanguageTexts& texts)
+{
+    QMap<QString, QString> all;
+    for (const LanguageTexts::Entry& entry : texts.entries()) {
+        if (!entry.text.isEmpty())
+            all.insert(entry.url, entry.text);
+    }
+    return all;
+}
+
+void noteEditOfBase(const DocumentEdit& edit, BaseTextRecord& record)
+{
+    const LanguageTexts before(edit.before);
+    const LanguageTexts after(edit.after);
+    const bool isBeginning =
+        !record.isBegun() && listLanguages(edit.folderPath).size() > 1 &&
+        std::any_of(after.entries().begin(), after.entries().end(),
+                    [&](const auto& entry) { return isReplaced(entry, before, edit.oldUrls); });
+    if (isBeginning)
+        record.begin(edit.language, allTexts(before));
+    for (const LanguageTexts::Entry& entry : before.entries()) {
+        if (!after.contains(entry.url))
+            record.noteRemoval(entry.url);
+    }
+    for (const LanguageTexts::Entry& entry : after.entries()) {
+        if (!entry.text.isEmpty())
+            record.noteBaseText(entry.url, before.text(oldUrlOf(entry.url, edit.oldUrls)),
+                                entry.text);
+    }
+}
+
+/** @return why the base cannot be read; empty when it can. */
+QString noteEditOfOther(const DocumentEdit& edit, BaseTextRecord& record)
+{
+    QString fault;
+    const LanguageTexts before(edit.before);
+    const LanguageTexts base(readLanguage(edit.folderPath, record.baseLanguage(), fault));
+    const LanguageTexts lastFallback(readLanguage(
+        edit.folderPath, LanguageDefinitions::getSecondFallbackLanguageFilename(), fault));
+    const LanguageTexts after(edit.after);
+    for (const LanguageTexts::Entry& entry : after.entries()) {
+        const QString ofBase = base.text(entry.url);
+        const QString baseText = ofBase.isEmpty() ? lastFallback.text(entry.url) : ofBase;
+        const bool isChanged = entry.text != before.text(oldUrlOf(entry.url, edit.oldUrls));
+        if (isChanged && !baseText.isEmpty())
+            record.noteText(entry.url, edit.language, baseText);
+    }
+    return fault;
+}
+
+} // namespace
+
+QString RecordUpdates::add(const DocumentEdit& edit)
+{
+    const bool hasRecord = QFileInfo::exists(BaseTextRecord::pathIn(edit.folderPath));
+    if (!hasRecord && edit.language != baseLanguageOf(edit.folderPath))
+        return QString();
+    Folder* folder = nullptr;
+    const QString fault = open(edit, folder);
+    return fault.isEmpty() ? note(edit, *folder) : fault;
+}
+
+std::vector<FileTransaction*> RecordUpdates::transactions()
+{
+    std::vector<FileTransaction*> transactions;
+    for (auto& [path, folder] : m_Folders) {
+        if (folder.record.isBegun())
+            folder.file.write(BaseTextRecord::pathIn(path), folder.record.bytes());
+        transactions.push_back(&folder.file);
+    }
+    return transactions;
+}
+
+QString RecordUpdates::open(const DocumentEdit& edit, Folder*& folder)
+{
+    const auto [place, isNew] = m_Folders.try_emplace(edit.folderPath);
+    folder = &place->second;
+    if (!isNew)
+        return QString();
+    QString fault = folder->file.lock({BaseTextRecord::pathIn(edit.folderPath)});
+    if (fault.isEmpty())
+        folder->record = BaseTextRecord::readFrom(edit.folderPath, fault);
+    folder->baseLanguage =
+        folder->record.isBegun() ? folder->record.baseLanguage() : baseLanguageOf(edit.folderPath);
+    return fault;
+}
+
+QString RecordUpdates::note(const DocumentEdit& edit, Folder& folder)
+{
+    for (auto moved = edit.oldUrls.begin(); moved != edit.oldUrls.end(); ++moved) {
+        if (!folder.oldUrls.contains(moved.key()))
+            folder.record.noteRename(moved.value(), moved.key());
+        folder.oldUrls.insert(moved.key(), moved.value());
+    }
+    QString fault;
+    if (edit.language == folder.baseLanguage)
+        noteEditOfBase(edit, folder.record);
+    else if (folder.record.isBegun() && edit.before != edit.after)
+        fault = noteEditOfOther(edit, folder.record);
+    for (auto text = edit.baseTexts.begin(); text != edit.baseTexts.end(); ++text)
+        folder.record.noteText(text.key(), edit.language, text.value());
+    return fault;
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "BaseTextRecord.h"
+#include "FileTransaction.h"
+
+#include <QJsonObject>
+#include <QMap>
+#include <QString>
+
+#include <map>
+#include <vector>
+
+/** What was done to one language document, as far as it says what texts are of. */
+struct DocumentEdit {
+    QString folderPath;
+    QString language;
+    QJsonObject before;
+    QJsonObject after;
+    QMap<QString, QString>
+        oldUrls; ///< of texts that were moved with all below them, by their new ones
+    QMap<QString, QString> baseTexts; ///< by URL: what texts are said to be of
+};
+
+/**
+ * Keeps the records of the folders in which documents are saved, so that both are saved together.
+ * A record is begun when a text of the base is replaced that others may translate.
+ */
+class RecordUpdates
+{
+public:
+    /** Notes one edit. @return why the record cannot be kept; empty when it can. */
+    QString add(const DocumentEdit& edit);
+
+    /** What saves the records, which are locked as long as this object lives. */
+    std::vector<FileTransaction*> transactions();
+
+private:
+    struct Folder {
+        FileTransaction file;
+        BaseTextRecord record;
+        QString baseLanguage;
+        QMap<QString, QString> oldUrls; ///< whose move is noted
+    };
+
+    QString open(const DocumentEdit& edit, Folder*& folder);
+    static QString note(const DocumentEdit& edit, Folder& folder);
+
+    std::map<QString, Folder> m_Folders; ///< by their paths
+};
