@@ -10,11 +10,13 @@ endif()
 configure_package_config_file(
   ${CMAKE_CURRENT_LIST_DIR}/TextManagerLibraryConfig.cmake.in
   ${PROJECT_BINARY_DIR}/TextManagerLibraryConfig.cmake
-  INSTALL_DESTINATION ${package_dir})
+  INSTALL_DESTINATION ${package_dir}
+  PATH_VARS CMAKE_INSTALL_BINDIR)
 write_basic_package_version_file(
   ${PROJECT_BINARY_DIR}/TextManagerLibraryConfigVersion.cmake
   COMPATIBILITY SameMinorVersion)
 install(FILES
+  ${CMAKE_CURRENT_LIST_DIR}/TextManagerKeys.cmake
   ${PROJECT_BINARY_DIR}/TextManagerLibraryConfig.cmake
   ${PROJECT_BINARY_DIR}/TextManagerLibraryConfigVersion.cmake
   DESTINATION ${package_dir})

@@ -29,6 +29,7 @@ configure_and_build() { # SOURCE BUILD [OPTION...]
 write_language() { # EXTENSION
     mkdir -p "$work/$1"
     printf '{"Content": {"Menu": {"text": "read from .%s", "comment": ""}}}' "$1" >"$work/$1/de_DE.$1"
+    printf '{"Content": {"Menu": {"childs": {"Save": {"text": "Save", "comment": ""}}}}}' >"$work/$1/en_US.$1"
 }
 
 check_client() { # NAME EXTENSION PREFIX...
@@ -37,17 +38,24 @@ check_client() { # NAME EXTENSION PREFIX...
     prefixes=$(IFS=';' && echo "$*")
     write_language "$extension"
 
-    configure_and_build "$source/examples/consumer" "$work/$name-cmake" "-DCMAKE_PREFIX_PATH=$prefixes"
+    configure_and_build "$source/examples/consumer" "$work/$name-cmake" "-DCMAKE_PREFIX_PATH=$prefixes" \
+        "-DLANGUAGES=$work/$extension"
+    ! sed s/Menu::Save/Menu::Svae/ "$source/examples/consumer/main.cpp" | c++ -std=c++17 -fsyntax-only -fPIC -x c++ - \
+        -I "$work/$name-cmake/consumer_keys" -I "$1/include/TextManagerLibrary" $(pkg-config --cflags Qt5Core) \
+        2>"$work/$name-misspelt" || fail "a misspelt URL compiles"
+    grep -q "Svae.* is not a member of .*Menu" "$work/$name-misspelt" || fail "$(cat "$work/$name-misspelt")"
     mkdir "$work/$name-pkg-config"
+    "$1/bin/textmanager" keys "$work/$extension" --header "$work/$name-pkg-config/TextKeys.h" >/dev/null
     # shellcheck disable=SC2046 # words are meant
     PKG_CONFIG_PATH=$(echo "$1"/lib*/pkgconfig "$1"/lib/*/pkgconfig | tr ' ' ':') \
-        sh -c 'c++ "$1" -o "$2" $(pkg-config --cflags --libs TextManagerLibrary) \
+        sh -c 'c++ "$1" -o "$2" -I "$(dirname "$2")" $(pkg-config --cflags --libs TextManagerLibrary) \
             -Wl,-rpath,$(pkg-config --variable=libdir TextManagerLibrary)' \
         sh "$source/examples/consumer/main.cpp" "$work/$name-pkg-config/consumer"
 
     for client in "$work/$name-cmake/consumer" "$work/$name-pkg-config/consumer"; do
         text=$("$client" "$work/$extension/" de_DE Menu) || fail "$client failed"
         [ "$text" = "read from .$extension" ] || fail "$client printed '$text'"
+        [ "$("$client" "$work/$extension/" de_DE)" = Save ] || fail "$client does not know its key"
     done
 }
 
