@@ -35,6 +35,11 @@ QString TextFolder::incompleteLanguages() const
     return m_StrPath + QStringLiteral("incomplete/");
 }
 
+QString TextFolder::translations() const
+{
+    return m_StrPath + QStringLiteral("translations/");
+}
+
 QString TextFolder::peers() const
 {
     return m_StrPath + QStringLiteral("peers/");

@@ -16,6 +16,7 @@ public:
     QString languages() const;
     QString incompleteLanguages() const;
     QString peers() const;
+    QString translations() const;
 
     /** The URLs of all texts; those which neither the short texts nor the incomplete German has. */
     QVector<QString> urls() const;

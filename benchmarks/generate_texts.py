@@ -8,6 +8,7 @@ Every text stands four levels deep. FOLDER gets
   incomplete/    the same languages, but de_DE has only the first text of each group
   urls.txt       the URL of every text, one a line
   shown_in_full.txt  those that the short texts, and the incomplete de_DE, lack
+  translations/  with --translations: the languages once more, each saying what en_US says
   peers/         with --peers: the texts of each language, compiled for QTranslator, gettext and ICU
 """
 
@@ -54,6 +55,13 @@ def make_texts(urls, language):
     chance = random.Random(language)
     words = WORDS.get(language, WORDS["de_DE"]).split()
     return {url: " ".join(chance.choices(words, k=chance.randint(1, 9))) for url in urls}
+
+
+def translate(text, language):
+    """A text of as many characters as another one, in words of its own."""
+    if language == "en_US":
+        return text
+    return " ".join(word if "%" in word else word[::-1] for word in text.split())
 
 
 def make_document(texts, language):
@@ -120,6 +128,7 @@ def main():
     parser.add_argument("--languages", type=int, default=3, help="number of languages (default: %(default)s)")
     parser.add_argument("--copy-posix", action="store_true", help="the files of POSIX are copies of those of en_US")
     parser.add_argument("--peers", action="store_true", help="the texts for the peers too")
+    parser.add_argument("--translations", action="store_true", help="the languages that say what en_US says, too")
     arguments = parser.parse_args()
     most = len(MODULES)**3 * len(TERMS)
     if not 1 <= arguments.texts <= most or arguments.languages < 1:
@@ -134,6 +143,9 @@ def main():
         write_language(folder / "languages", language, source, texts)
         write_language(folder / "languages" / "short", language, source, firsts)
         write_language(folder / "incomplete", language, source, firsts if language == "de_DE" else texts)
+        if arguments.translations:
+            translated = {url: translate(text, language) for url, text in make_texts(urls, "en_US").items()}
+            write_language(folder / "translations", language, language, translated)
         if arguments.peers:
             peers.mkdir(exist_ok=True)
             for write in (write_for_translator, write_for_gettext, write_for_icu):

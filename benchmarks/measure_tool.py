@@ -2,8 +2,9 @@
 """Measures what 'textmanager pack' saves a device, and 'textmanager translate' beside jq, and prints the ratios.
 
 FOLDER is six languages of 5,000 texts as generate_texts.py writes them; what is made of it is put beside it. What is
-translated are data of 100,000 objects with texts of examples/languages. jq is given a map from URL to text and sets the text of every object that has a text id, however deep it stands ("walk"), as
-translate does; "map" is what it takes when it is told that the document is a list of such objects.
+translated are data of 100,000 objects with texts of examples/languages. jq is given a map from URL to text and sets the
+text of every object that has a text id, however deep it stands ("walk"), as translate does; "map" is what it takes when
+it is told that the document is a list of such objects.
 """
 
 import argparse

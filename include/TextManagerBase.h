@@ -19,7 +19,7 @@ class AnswerMemory;
 class DynamicTextReaderInterface;
 class LookUpDocuments;
 class TextManagerMemory;
-struct Answer;
+struct LookUpAnswer;
 
 /**
  * Loads the language files of one folder and answers look-ups of texts, short texts and comments by
@@ -259,13 +259,13 @@ private:
     std::optional<QJsonObject> readFile(const QString& folderPath, const QString& filePath,
                                         bool isRemembered);
     const QString& chosenLanguage(const QString& languageKey) const;
-    Answer fullAnswer(const QString& textUrl, const QString& languageKey) const;
-    Answer shortAnswer(const QString& textUrl, const QString& languageKey) const;
+    LookUpAnswer fullAnswer(const QString& textUrl, const QString& languageKey) const;
+    LookUpAnswer shortAnswer(const QString& textUrl, const QString& languageKey) const;
     template<typename LookUp>
-    Answer remembered(AnswerMemory& memory, const LookUpDocuments& documents,
-                      const QString& textUrl, LookUp lookUp) const;
-    Answer walk(const QMap<QString, QJsonObject>& languageMap, const QString& textUrl,
-                const QString& languageKey, const QString& contentKey,
-                const QString& valueKey) const;
+    LookUpAnswer remembered(AnswerMemory& memory, const LookUpDocuments& documents,
+                            const QString& textUrl, LookUp lookUp) const;
+    LookUpAnswer walk(const QMap<QString, QJsonObject>& languageMap, const QString& textUrl,
+                      const QString& languageKey, const QString& contentKey,
+                      const QString& valueKey) const;
     QJsonObject documentOrFirstFallback(const QString& languageKey) const;
 };

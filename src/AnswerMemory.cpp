@@ -27,7 +27,7 @@ XXH64_hash_t hashOf(const QString& text, XXH64_hash_t seed)
 } // namespace
 
 void AnswerMemory::remember(const LookUpDocuments& documents, const QString& textUrl,
-                            const Answer& answer)
+                            const LookUpAnswer& answer)
 {
     if (!documents.isLanguageKnown())
         return;
@@ -73,14 +73,15 @@ uint qHash(const AnswerMemory::Question& question, uint seed)
     return static_cast<uint>(hashOf(question.textUrl, hashOf(question.languageKey, seed)));
 }
 
-const Answer* AnswerMemory::findMissing(const QString& languageKey, const QString& textUrl) const
+const LookUpAnswer* AnswerMemory::findMissing(const QString& languageKey,
+                                              const QString& textUrl) const
 {
     const auto missing = m_Missing.constFind({languageKey, textUrl});
     return missing == m_Missing.constEnd() ? nullptr : &missing.value();
 }
 
 void AnswerMemory::rememberMissing(const QString& languageKey, const QString& textUrl,
-                                   const Answer& answer)
+                                   const LookUpAnswer& answer)
 {
     if (languageKey.size() + textUrl.size() > mostCharacters)
         return;

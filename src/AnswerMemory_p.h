@@ -31,19 +31,20 @@ class AnswerMemory
 {
 public:
     /** The remembered answer, until the next call of any operation; null when there is none. */
-    const Answer* find(const LookUpDocuments& documents, const QString& textUrl)
+    const LookUpAnswer* find(const LookUpDocuments& documents, const QString& textUrl)
     {
         const Language* const language = findLanguage(documents.languageKey());
         if (language == nullptr)
             return nullptr;
-        const Answer* answer = language->answers.find(textUrl);
+        const LookUpAnswer* answer = language->answers.find(textUrl);
         if (answer == nullptr)
             answer = findMissing(documents.languageKey(), textUrl);
         const bool isValid = answer != nullptr && language->isReadFrom(documents, answer->lastStep);
         return isValid ? answer : nullptr;
     }
     /** Takes in an answer that was not found, unless a client could make up the language. */
-    void remember(const LookUpDocuments& documents, const QString& textUrl, const Answer& answer);
+    void remember(const LookUpDocuments& documents, const QString& textUrl,
+                  const LookUpAnswer& answer);
     void clear();
 
 private:
@@ -106,10 +107,11 @@ private:
         return m_RecentLanguages[first % m_RecentLanguages.size()];
     }
     const Language* findLanguageAnew(const QString& key);
-    const Answer* findMissing(const QString& languageKey, const QString& textUrl) const;
-    void rememberMissing(const QString& languageKey, const QString& textUrl, const Answer& answer);
+    const LookUpAnswer* findMissing(const QString& languageKey, const QString& textUrl) const;
+    void rememberMissing(const QString& languageKey, const QString& textUrl,
+                         const LookUpAnswer& answer);
 
     std::unordered_map<QString, Language> m_Languages;
-    QHash<Question, Answer> m_Missing;
+    QHash<Question, LookUpAnswer> m_Missing;
     std::array<RecentLanguage, 16> m_RecentLanguages;
 };

@@ -3,7 +3,7 @@
 #include <new>
 #include <utility>
 
-void AnswerTable::insert(const QString& textUrl, const Answer& answer)
+void AnswerTable::insert(const QString& textUrl, const LookUpAnswer& answer)
 {
     if (2 * m_Count >= m_Slots.size())
         grow();
@@ -11,7 +11,8 @@ void AnswerTable::insert(const QString& textUrl, const Answer& answer)
     put({hashOf(textUrl), Entry::make(textUrl, answer)});
 }
 
-AnswerTable::Entry::Pointer AnswerTable::Entry::make(const QString& textUrl, const Answer& answer)
+AnswerTable::Entry::Pointer AnswerTable::Entry::make(const QString& textUrl,
+                                                     const LookUpAnswer& answer)
 {
     void* const memory = ::operator new(sizeof(Entry) + byteCount(textUrl));
     Pointer entry(new (memory) Entry{answer, textUrl.size()});

@@ -10,7 +10,7 @@
 #include <vector>
 
 /** What a look-up by text URL came to. */
-struct Answer {
+struct LookUpAnswer {
     QString text;
     bool ok = false;
     LookUpStep lastStep = LookUpStep::SecondFallback; ///< the text is from there, or there is none
@@ -26,7 +26,7 @@ class AnswerTable
 {
 public:
     /** The answer, until the table goes; null when there is none. */
-    const Answer* find(const QString& textUrl) const
+    const LookUpAnswer* find(const QString& textUrl) const
     {
         if (m_Slots.empty())
             return nullptr;
@@ -38,7 +38,7 @@ public:
         return nullptr;
     }
     /** Takes in the answer to a URL that has none yet, and no part of the URL's own data. */
-    void insert(const QString& textUrl, const Answer& answer);
+    void insert(const QString& textUrl, const LookUpAnswer& answer);
 
 private:
     /** An answer, and behind it in memory the characters of its URL. */
@@ -48,7 +48,7 @@ private:
         };
         using Pointer = std::unique_ptr<Entry, Deleter>;
 
-        static Pointer make(const QString& textUrl, const Answer& answer);
+        static Pointer make(const QString& textUrl, const LookUpAnswer& answer);
         bool isFor(const QString& textUrl) const
         {
             return urlSize == textUrl.size() &&
@@ -57,7 +57,7 @@ private:
         const void* url() const { return this + 1; }
         void* url() { return this + 1; }
 
-        Answer answer;
+        LookUpAnswer answer;
         int urlSize;
     };
     struct Slot {

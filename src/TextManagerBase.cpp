@@ -128,7 +128,7 @@ QString TextManagerBase::getText(const QString& textUrl, bool& ok, const QString
                                  bool skipLanguageSelection) const
 {
     const QMutexLocker locker(&m_Mutex);
-    const Answer answer =
+    const LookUpAnswer answer =
         fullAnswer(textUrl, skipLanguageSelection ? languageKey : chosenLanguage(languageKey));
     ok = answer.ok;
     return answer.text;
@@ -145,7 +145,7 @@ QString TextManagerBase::getAnsweringLanguage(const QString& textUrl,
 {
     const QMutexLocker locker(&m_Mutex);
     const QString& key = chosenLanguage(languageKey);
-    const Answer answer = fullAnswer(textUrl, key);
+    const LookUpAnswer answer = fullAnswer(textUrl, key);
     return answer.text.isEmpty() ? QString()
                                  : LookUpDocuments(m_LanguageMap, key).keyAt(answer.lastStep);
 }
@@ -154,7 +154,7 @@ QString TextManagerBase::getShortText(const QString& textUrl, bool& ok,
                                       const QString& languageKey) const
 {
     const QMutexLocker locker(&m_Mutex);
-    const Answer answer = shortAnswer(textUrl, chosenLanguage(languageKey));
+    const LookUpAnswer answer = shortAnswer(textUrl, chosenLanguage(languageKey));
     ok = answer.ok;
     return answer.text;
 }
@@ -246,7 +246,7 @@ QString TextManagerBase::getTextOrComment(const QMap<QString, QJsonObject>& lang
                                           const QString& languageKey, const QString& contentKey,
                                           const QString& valueKey) const
 {
-    const Answer answer = walk(languageMap, textUrl, languageKey, contentKey, valueKey);
+    const LookUpAnswer answer = walk(languageMap, textUrl, languageKey, contentKey, valueKey);
     ok = answer.ok;
     return answer.text;
 }
@@ -263,7 +263,7 @@ const QString& TextManagerBase::chosenLanguage(const QString& languageKey) const
     return languageKey.isEmpty() ? m_StrLanguageName : languageKey;
 }
 
-Answer TextManagerBase::fullAnswer(const QString& textUrl, const QString& languageKey) const
+LookUpAnswer TextManagerBase::fullAnswer(const QString& textUrl, const QString& languageKey) const
 {
     const LookUpDocuments documents(m_LanguageMap, languageKey);
     return remembered(m_Memory->texts, documents, textUrl, [&] {
@@ -272,24 +272,24 @@ Answer TextManagerBase::fullAnswer(const QString& textUrl, const QString& langua
                         LanguageDefinitions::getJsonContentName(),
                         LanguageDefinitions::getJsonTextName());
         // The answers that are remembered for the first fallback language are its answers, too.
-        Answer answer =
+        LookUpAnswer answer =
             fullAnswer(textUrl, LanguageDefinitions::getFirstFallbackLanguageFilename());
         answer.lastStep = std::max(answer.lastStep, LookUpStep::FirstFallback);
         return answer;
     });
 }
 
-Answer TextManagerBase::shortAnswer(const QString& textUrl, const QString& languageKey) const
+LookUpAnswer TextManagerBase::shortAnswer(const QString& textUrl, const QString& languageKey) const
 {
     const LookUpDocuments documents(m_ShortLanguageMap, m_LanguageMap, languageKey);
     return remembered(m_Memory->shortTexts, documents, textUrl, [&] {
-        Answer answer;
+        LookUpAnswer answer;
         answer.lastStep = LookUpStep::ShortText;
         answer.text = getObjectFromMap(m_ShortLanguageMap, textUrl, answer.ok, languageKey,
                                        LanguageDefinitions::getJsonContentName(),
                                        LanguageDefinitions::getJsonTextName());
         if (answer.text.isEmpty()) {
-            const Answer full = fullAnswer(textUrl, languageKey);
+            const LookUpAnswer full = fullAnswer(textUrl, languageKey);
             answer.text = full.text;
             answer.lastStep = full.lastStep;
         }
@@ -298,25 +298,25 @@ Answer TextManagerBase::shortAnswer(const QString& textUrl, const QString& langu
 }
 
 template<typename LookUp>
-Answer TextManagerBase::remembered(AnswerMemory& memory, const LookUpDocuments& documents,
-                                   const QString& textUrl, LookUp lookUp) const
+LookUpAnswer TextManagerBase::remembered(AnswerMemory& memory, const LookUpDocuments& documents,
+                                         const QString& textUrl, LookUp lookUp) const
 {
-    if (const Answer* answer = memory.find(documents, textUrl))
+    if (const LookUpAnswer* answer = memory.find(documents, textUrl))
         return *answer;
     // What was warned of has to be warned of each time, so it is looked up each time.
     const unsigned warningsBefore = LanguageInformationWarnings::countInThisThread();
-    const Answer answer = lookUp();
+    const LookUpAnswer answer = lookUp();
     if (LanguageInformationWarnings::countInThisThread() == warningsBefore)
         memory.remember(documents, textUrl, answer);
     return answer;
 }
 
-Answer TextManagerBase::walk(const QMap<QString, QJsonObject>& languageMap, const QString& textUrl,
-                             const QString& languageKey, const QString& contentKey,
-                             const QString& valueKey) const
+LookUpAnswer TextManagerBase::walk(const QMap<QString, QJsonObject>& languageMap,
+                                   const QString& textUrl, const QString& languageKey,
+                                   const QString& contentKey, const QString& valueKey) const
 {
     const LookUpDocuments documents(languageMap, languageKey);
-    Answer answer;
+    LookUpAnswer answer;
     const auto lookUp = [&](LookUpStep step) {
         answer.lastStep = step;
         answer.text = getObjectFromMap(languageMap, textUrl, answer.ok, documents.keyAt(step),

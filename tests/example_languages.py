@@ -21,7 +21,14 @@ def texts(nodes, prefix=""):
 
 
 def placeholders(text):
-    return sorted(set(re.findall(r"%\d", text)))
+    """Those of plain texts, %1, and the arguments of messages: in them every second level of braces is one."""
+    found = set(re.findall(r"%\d", text))
+    depth = 0
+    for brace in re.finditer(r"([{}])(\w*)", text):
+        depth += 1 if brace[1] == "{" else -1
+        if brace[1] == "{" and depth % 2 == 1:
+            found.add(brace[2])
+    return sorted(found)
 
 
 def check(path, document, reference):

@@ -1,7 +1,12 @@
+#include "EditedDocument.h"
+#include "FileTransaction.h"
+#include "JsonRewriter.h"
 #include "LanguageCatalog.h"
 #include "LanguageDocument.h"
 #include "LanguageFiles.h"
+#include "RegularFile.h"
 #include "Table.h"
+#include "TextNodes.h"
 
 #include "LanguageInformation.h"
 #include "TextManagerBase.h"
@@ -14,6 +19,7 @@
 #include <fstream>
 
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace
@@ -35,6 +41,23 @@ QByteArray randomNode(QRandomGenerator& random, int depth)
         members.append('"' + keys.at(random.bounded(keys.size())) + "\":" + value);
     }
     return '{' + members.join(",\r\n") + '}';
+}
+
+/** Changes, adds and removes members of an object and of those below it. */
+QJsonObject changedAtRandom(QJsonObject object, QRandomGenerator& random)
+{
+    for (const QString& key : object.keys()) {
+        if (object[key].isObject())
+            object[key] = changedAtRandom(object[key].toObject(), random);
+        const int chance = random.bounded(12);
+        if (chance == 0)
+            object.remove(key);
+        else if (chance == 1)
+            object[key] = "\n\"é";
+        else if (chance == 2)
+            object["n" + key] = QJsonObject{{"text", key}, {"childs", object}};
+    }
+    return object;
 }
 
 QStringList urlsOf(const LanguageDocument& document)
@@ -88,6 +111,10 @@ private Q_SLOTS:
     void faults();
     void tellsPlaces();
     void opensAFolder();
+    void editsLeaveOtherBytes();
+    void followsTheLayout_data();
+    void followsTheLayout();
+    void savesAllFilesOrNone();
 };
 
 void CatalogTest::listsTheUrlsOfTheLibrary()
@@ -209,6 +236,98 @@ void CatalogTest::opensAFolder()
     // Qt's temporary folder does not see them when it is removed.
     for (const char* name : {"\xff.json", "en.json", "fr.json"})
         QCOMPARE(unlink((files.path().toStdString() + name).c_str()), 0);
+}
+
+void CatalogTest::editsLeaveOtherBytes()
+{
+    QRandomGenerator random(3);
+    int editedDocuments = 0;
+    for (int round = 0; round < 2000; ++round) {
+        const QByteArray bytes =
+            "\xEF\xBB\xBF {\"n\": 1.00,\"Content\" : " + randomNode(random, 4) + "}\n";
+        EditedDocument edited(bytes);
+        QCOMPARE(edited.fault().has_value(), !JsonTree(bytes).repeatedKeys().empty());
+        if (edited.fault())
+            continue;
+        ++editedDocuments;
+        QCOMPARE(*edited.bytes(), bytes);
+        const JsonTree tree(bytes);
+        QVector<int> strings;
+        for (int node = 0; node < tree.size(); ++node) {
+            if (tree.isString(node) && tree.at(node).keyBegin < tree.at(node).keyEnd)
+                strings.append(node);
+        }
+        if (!strings.isEmpty()) { // one text: what is before it and behind it stays
+            const int node = strings.at(random.bounded(strings.size()));
+            QStringList path;
+            for (int above = node; above != tree.root; above = tree.at(above).parent)
+                path.prepend(tree.keyOf(above));
+            if (!path.join("").contains('/')) {
+                QCOMPARE(writeString(path, "new", edited.document()), QString());
+                QCOMPARE(*edited.bytes(), bytes.left(tree.at(node).valueBegin) + "\"new\"" +
+                                              bytes.mid(tree.at(node).valueEnd));
+            }
+        }
+        edited.document() = changedAtRandom(edited.document(), random);
+        QVERIFY2(edited.bytes(), bytes); // read again, it is the same document
+    }
+    QVERIFY(editedDocuments > 500);
+}
+
+void CatalogTest::followsTheLayout_data()
+{
+    addTable(R"(
+        before                                        | path  | after
+        {"C": {"a": 1,  "c": 2}}                      | C/b   | {"C": {"a": 1,  "b": "t",  "c": 2}}
+        {"C": {"b": 1, "a": 2}}                       | C/0   | {"C": {"b": 1, "a": 2, "0": "t"}}
+        {"C":{"a":1}}                                 | C/0   | {"C":{"0":"t","a":1}}
+        {\n#"C": {}\n}                              | C/a   | {\n#"C": {\n##"a": "t"\n#}\n}
+        {\r\n  "C": {\r\n    "a": 1\r\n  }\r\n}      | C/b   | {\r\n  "C": {\r\n    "a": 1,\r\n    "b": "t"\r\n  }\r\n}
+        {\n "C": {\n  "a": { "x": 1, "b": 2 }\n }\n} | C/b/x | {\n "C": {\n  "a": { "x": 1, "b": 2 },\n  "b": { "x": "t" }\n }\n}
+        {\n "C": {\n  "a": {\n   "x": 1 }\n }\n}     | C/b/c | {\n "C": {\n  "a": {\n   "x": 1 },\n  "b": {\n   "c": "t" }\n }\n}
+    )");
+}
+
+void CatalogTest::followsTheLayout()
+{
+    const QByteArray bytes = cell("before").toUtf8().replace('#', '\t');
+    const JsonTree tree(bytes);
+    const QJsonObject asRead = QJsonDocument::fromJson(bytes).object();
+    QJsonObject wanted = asRead;
+    QCOMPARE(writeString(cell("path").split('/'), "t", wanted), QString());
+    QCOMPARE(JsonRewriter(tree).rewrite(asRead, wanted), cell("after").toUtf8().replace('#', '\t'));
+}
+
+void CatalogTest::savesAllFilesOrNone()
+{
+    const LanguageFiles files;
+    for (const QString name : {"a", "b"})
+        files.write(name, "old");
+    const QString left = files.path() + ".a.json.abcdef.new";
+    const QString foreign = files.path() + ".a.json.abcde.new";
+    LanguageFiles::writePath(left, "of one that was killed");
+    LanguageFiles::writePath(foreign, "");
+    QCOMPARE(setxattr(qPrintable(files.file("a")), "user.origin", "x", 1, 0), 0);
+
+    for (const bool isDisturbed : {true, false}) {
+        FileTransaction transaction;
+        QCOMPARE(transaction.lock({files.file("b"), files.file("a")}), QString());
+        transaction.write(files.file("a"), "new");
+        transaction.write(files.file("b"), "new");
+        if (isDisturbed)
+            files.write("b", "others");
+        QCOMPARE(transaction.save().contains("another program has changed it"), isDisturbed);
+        QCOMPARE(*readRegularFile(files.file("a")).bytes, isDisturbed ? "old" : "new");
+    }
+    char origin = 0;
+    QCOMPARE(getxattr(qPrintable(files.file("a")), "user.origin", &origin, 1), 1);
+    QVERIFY(!QFile::exists(left) && QFile::exists(foreign));
+
+    QCOMPARE(link(qPrintable(files.file("a")), qPrintable(files.file("c"))), 0);
+    QVERIFY(FileTransaction().lock({files.file("a")}).contains("has another name"));
+    QCOMPARE(mkfifo(qPrintable(files.path() + ".b.json.lock"), 0600), 0);
+    QVERIFY(FileTransaction().lock({files.file("b")}).contains("is no regular file. Remove it."));
+    QFile::remove(files.path() + ".b.json.lock");
 }
 
 QTEST_GUILESS_MAIN(CatalogTest)

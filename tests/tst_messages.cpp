@@ -200,6 +200,19 @@ private Q_SLOTS:
         QCOMPARE(MessagePatternInfo::getPluralCategories(language, true).join(','), cell("order"));
     }
 
+    void hasEveryFormInTheExampleLanguages()
+    {
+        const TextManagerBase textManager(EXAMPLE_LANGUAGES, "de_DE", "short");
+        const TextMessages messages(textManager);
+        QStringList seen;
+        for (int days : {0, 1, 2, 3, 11, 100})
+            seen += messages.getMessage("Alarms/Filter/ChangeDue", {{"days", days}}, "ar_EG");
+        QCOMPARE(seen.removeDuplicates(), 0);
+        QVERIFY2(seen.at(3).contains("٣ أيام"), qPrintable(seen.at(3)));
+        QCOMPARE(messages.getMessage("Alarms/Filter/ChangeDue", {{"days", 12}}, QString()),
+                 "Filterwechsel in 12 Tagen fällig");
+    }
+
 private:
     LanguageFiles m_Files;
     TextManagerBase m_TextManager{m_Files.path(), "de_DE", "short"};

@@ -84,6 +84,7 @@ class ReloadsTest : public QObject
 
 private Q_SLOTS:
     void readsWhatChanged();
+    void readsWhatWasJustWritten();
     void sharesDocumentsOfEqualFiles();
 
 private:
@@ -110,7 +111,9 @@ QByteArray ReloadsTest::randomContent()
 
 void ReloadsTest::change(const LanguageFiles& files)
 {
-    const auto anyPath = [&] { return files.file("l" + QString::number(below(m_FileCount))); };
+    const auto anyPath = [&] { // also one that was not there before
+        return files.file("l" + QString::number(below(2 * m_FileCount)));
+    };
     const QString path = anyPath();
     const TimeKeeper keeper(below(2) == 0 ? path : QString());
     const auto rewrite = [&] { LanguageFiles::writePath(path, randomContent()); };
@@ -172,6 +175,22 @@ void ReloadsTest::readsWhatChanged()
             compareReload(files, manager);
         }
     }
+}
+
+/** More often than the clock of a file system may tick, and of one size. */
+void ReloadsTest::readsWhatWasJustWritten()
+{
+    const LanguageFiles files;
+    TextManagerBase manager(files.path(), "de_DE", "short");
+    for (int count = 10; count < 99; ++count) {
+        const QByteArray text = QByteArray::number(count);
+        files.write("de_DE", R"({"Content": {"A": {"text": ")" + text + R"("}}})");
+        manager.reloadLanguage();
+        QCOMPARE(manager.getText("A", "de_DE"), text);
+    }
+    const OpenedFiles opened(files); // what is young is read, even if this clock ticks fast
+    manager.reloadLanguage();
+    QVERIFY(opened.takeCount() > 0);
 }
 
 void ReloadsTest::sharesDocumentsOfEqualFiles()

@@ -61,6 +61,7 @@ private Q_SLOTS:
     void startsALanguage();
     void losesNothingOfTwoEditors();
     void noticesWhatOthersWriteMeanwhile();
+    void renamesEverywhere();
     void savesWholeOrNotAtAll();
     void keepsTheFileWhenTheDiskIsFull();
 };
@@ -77,14 +78,14 @@ void ToolEditingTest::edits_data()
         {"M": {"childs": ["x"]}}                   | set DIR de M/S --text t            | | 1 | same | Content/M/childs is an array there, ["x"], and no object
         {"M": {}}                                  | set DIR de M/childs/S --text t     | | 1 | same | its key begins with 'childs'
         {"L": {"childs": {"S": {}, "T": {}}}, "M": {"childs": {"S": {}}}, "N": {"childs": {"O": {}}, "text": ""}} | remove DIR de L/S M M/S N/O | | 0 | {"L": {"childs": {"T": {}}}, "N": {"text": ""}} |
-        {"M": {"childs": {"S": {}}, "S": {}}}      | remove DIR de M/S                  | | 0 | {"M": {"childs": {}, "S": {}}} |
+        {"M": {"childs": {"S": {}}, "S": {}}}      | remove DIR de M/S                  | | 0 | !{\n    "Content": {\n        "M": {\n            "S": {\n            },\n            "childs": {}\n        }\n    }\n}\n |
         {"M": {"text": "x"}, "Save": {"text": "", "comment": ""}} | remove DIR de M Sav M/text | | 1 | same | Sav: there is nothing to remove. Did you mean Save?\ntextmanager: M/text: there is
         {"M": {"text": "a", "comment": ""}}        | set DIR de --batch - | ﻿{"url": "M", "text": "\t"}\n\nN#b#ü\r\nM##c | 0 | {"M": {"text": "\t", "comment": "c"}, "N": {"text": "b", "comment": "ü"}} |
         {"M": {}}                                  | set DIR de --batch - | M#b\n\nM/#t                   | 1 | same | standard input:3: M/: cannot be written: it has an empty key
         {"M": {}}                                  | set DIR de --batch - | M#b\nM\nM#b#c#d               | 2 | same | standard input:2:1: found a URL alone; expected
         {"M": {}}                                  | set DIR de --batch - | M#"say ""b"", c"#""             | 0 | {"M": {"text": "say \"b\", c"}} | M: has no comment yet
         {"M": {}}                                  | set DIR de --batch - | M#b\nM#"c\nd"#e               | 2 | same | standard input:2:1: the quotation marks of column 2 do not fit
-        {"M": {}}                                  | set DIR de --batch - | {"url": "M", "text": "b", "text": "c"} | 2 | same | standard input:1:1: "text" stands there twice
+        {"M": {}}                                  | set DIR de --batch - | {"url": "M", "text": "b", "text": "c"} | 2 | same | standard input:1:27: "text" stands there twice
         {"M": {}}                                  | set DIR de --batch - | M#b\n{"url": "M" "text": "c"} | 2 | same | standard input:2:13: malformed JSON
         {"M": {}}                                  | set DIR de --batch - | {"url": "M", "text": 1}       | 2 | same | standard input:1:1: unexpected "text"; expected an object with
         {"M": {}}                                  | set DIR de --batch - | M#b\n?#c                      | 2 | same | standard input:2:1: is not encoded in UTF-8
@@ -99,7 +100,7 @@ void ToolEditingTest::edits_data()
         !{"Content": {"M": {"text": "a\nb"}}}      | set DIR de M --text t              | | 2 | same | de.json:1:30: malformed JSON
         !{"content": {}}                           | set DIR de M --text t              | | 2 | same | de.json:1:1: no language file: expected an object with "Content", found an object with the keys (content)
         ![{"Content": {}}]                         | new DIR it --from de               | | 2 | same | de.json:1:1: no language file: expected an object with "Content", found an array
-        !{"Content": {"M": {"text": "a", "text": ""}}} | remove DIR de M                | | 2 | same | the key Content/M/text stands there twice
+        !{"Content": {"M": {"text": "a", "text": ""}}} | remove DIR de M                | | 2 | same | de.json:1:33: the key "text" stands there twice
     )");
 }
 
@@ -188,6 +189,30 @@ void ToolEditingTest::noticesWhatOthersWriteMeanwhile()
         });
         QCOMPARE(bytesOf(files.file(language)), "others");
     }
+}
+
+void ToolEditingTest::renamesEverywhere()
+{
+    const QByteArray before = R"({"M": {"childs": {"S": {"text": "a", "childs": {"T": {}}}}}})";
+    const QByteArray after = R"({"M": {"childs": {"N": {"text": "a", "childs": {"T": {}}}}}})";
+    const LanguageFiles files;
+    files.write("de", fileWith(before));
+    files.write("en", fileWith(after)); // as a crash between the two would leave it
+    files.write("fr", fileWith("{}"));
+    files.write("short/de", fileWith(before));
+    const QString command = "rename DIR M/S M/N --short-folder short";
+    QCOMPARE(ToolRun(files.words(command + " --dry-run")).exitStatus(), 0);
+    QCOMPARE(bytesOf(files.file("de")), fileWith(before));
+    QCOMPARE(ToolRun(files.words(command)).exitStatus(), 0);
+    for (const QString name : {"de", "en", "short/de"})
+        QCOMPARE(parseObject(bytesOf(files.file(name))), parseObject(fileWith(after)));
+    const ToolRun miss(files.words("rename DIR M/S M/X"));
+    QCOMPARE(miss.exitStatus(), 1);
+    QVERIFY2(miss.says("M/S: no language has it"), qPrintable(miss.messages()));
+    files.write("fr", fileWith(R"({"M": {"childs": {"N": {}, "X": {}}}})"));
+    QCOMPARE(ToolRun(files.words("rename DIR M/N M/X")).exitStatus(), 2);
+    QCOMPARE(parseObject(bytesOf(files.file("de"))), parseObject(fileWith(after)));
+    QCOMPARE(ToolRun(files.words("rename DIR M M/X")).exitStatus(), 2);
 }
 
 void ToolEditingTest::savesWholeOrNotAtAll()

@@ -1,9 +1,8 @@
 #include "ScreenRecorder.h"
 
-#include "ScreenTexts.h"
-
 #include <QCoreApplication>
 #include <QPixmap>
+#include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QScreen>
@@ -45,19 +44,22 @@ void printLabels(const QQuickItem& item)
 
 } // namespace
 
-ScreenRecorder::ScreenRecorder(QQuickWindow& window, const ScreenTexts& texts,
-                               const QString& folder)
+ScreenRecorder::ScreenRecorder(QQuickWindow& window, QQmlEngine& engine, const QString& folder)
     : m_Window(window)
-    , m_Texts(texts)
+    , m_Texts(*engine.singletonInstance<QObject*>(qmlTypeId("TextManager", 1, 0, "Texts")))
     , m_StrFolder(folder)
 {
-    connect(&texts, &ScreenTexts::changed, this, [this] {
-        m_IsChanged = true;
-        m_Window.update();
-    });
+    // The class is the module's own.
+    connect(&m_Texts, SIGNAL(changed()), this, SLOT(changed()));
     // A frame shows what all labels made of the change. Queued: a picture is a frame, too.
     connect(&window, &QQuickWindow::frameSwapped, this, &ScreenRecorder::record,
             Qt::QueuedConnection);
+}
+
+void ScreenRecorder::changed()
+{
+    m_IsChanged = true;
+    m_Window.update();
 }
 
 void ScreenRecorder::record()
@@ -65,7 +67,8 @@ void ScreenRecorder::record()
     if (!m_IsChanged)
         return;
     m_IsChanged = false;
-    const QString path = QStringLiteral("%1/live-text-%2.png").arg(m_StrFolder, m_Texts.language());
+    const QString language = m_Texts.property("language").toString();
+    const QString path = QStringLiteral("%1/live-text-%2.png").arg(m_StrFolder, language);
     // From the screen: where there is no display to draw on, QQuickWindow::grabWindow() sees
     // nothing.
     if (!m_Window.screen()->grabWindow(m_Window.winId()).save(path)) {
@@ -74,6 +77,6 @@ void ScreenRecorder::record()
         return;
     }
     printLabels(*m_Window.contentItem());
-    printLine(QStringLiteral("shown ") + m_Texts.language());
+    printLine(QStringLiteral("shown ") + language);
     std::fflush(stdout);
 }

@@ -3,8 +3,8 @@
 #include <QObject>
 #include <QString>
 
+class QQmlEngine;
 class QQuickWindow;
-class ScreenTexts;
 
 /**
  * Writes down what a screen shows, in every language that it shows: a picture in a folder, and on
@@ -17,13 +17,16 @@ class ScreenRecorder : public QObject
 
 public:
     /** All must outlive this object. Ends the program when a picture cannot be written. */
-    ScreenRecorder(QQuickWindow& window, const ScreenTexts& texts, const QString& folder);
+    ScreenRecorder(QQuickWindow& window, QQmlEngine& engine, const QString& folder);
+
+private Q_SLOTS:
+    void changed();
 
 private:
     void record();
 
     QQuickWindow& m_Window;
-    const ScreenTexts& m_Texts;
+    const QObject& m_Texts; ///< the module's singleton
     const QString m_StrFolder;
     bool m_IsChanged = true; ///< since the last picture
 };

@@ -1,7 +1,7 @@
 #include "ScreenRecorder.h"
-#include "ScreenTexts.h"
 
 #include <TextManager.h>
+#include <TextManagerQuick.h>
 
 #include <QCommandLineParser>
 #include <QDebug>
@@ -9,40 +9,30 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
-#include <QQmlContext>
 #include <QQuickWindow>
 
 #include <memory>
 
-namespace
-{
-
-/** Latin, then what the others are written in. */
-void chooseFonts()
-{
-    QFont font;
-    font.setFamilies({QStringLiteral("Inter"), QStringLiteral("Noto Sans Arabic UI"),
-                      QStringLiteral("VL PGothic")});
-    QGuiApplication::setFont(font);
-}
-
-} // namespace
-
 int main(int argc, char* argv[])
 {
     const QGuiApplication application(argc, argv);
+    QFont font; // Latin letters, then what the others are written in
+    font.setFamilies({QStringLiteral("Inter"), QStringLiteral("Noto Sans Arabic UI"),
+                      QStringLiteral("VL PGothic")});
+    QGuiApplication::setFont(font);
+
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Shows the screen of a ventilation unit's controller in the language of the device's "
-        "settings, and follows when they change."));
+    parser.setApplicationDescription(
+        QStringLiteral("Shows the screen of a ventilation unit's controller in the "
+                       "language of the device's settings, and follows when they change."));
     parser.addHelpOption();
     parser.addPositionalArgument(QStringLiteral("DIR"),
                                  QStringLiteral("Folder of language files."));
-    const QCommandLineOption record(
-        QStringLiteral("record"),
-        QStringLiteral("Write a picture of each language that is shown into FOLDER, and the text "
-                       "of each label to standard output."),
-        QStringLiteral("FOLDER"));
+    const QCommandLineOption record(QStringLiteral("record"),
+                                    QStringLiteral("Write a picture of each language that is shown "
+                                                   "into FOLDER, and the text of each label to "
+                                                   "standard output."),
+                                    QStringLiteral("FOLDER"));
     parser.addOption(record);
     parser.process(application);
     const QString folder = parser.positionalArguments().value(0);
@@ -53,10 +43,8 @@ int main(int argc, char* argv[])
     }
 
     TextManager textManager(folder + QLatin1Char('/'), QString());
-    ScreenTexts texts(textManager);
-    chooseFonts();
     QQmlApplicationEngine engine;
-    engine.rootContext()->setContextProperty(QStringLiteral("texts"), &texts);
+    TextManagerQuick::install(engine, textManager);
     engine.load(QUrl(QStringLiteral("qrc:/live-text/main.qml")));
     if (engine.rootObjects().isEmpty())
         return 2; // the engine has said why
@@ -64,7 +52,7 @@ int main(int argc, char* argv[])
     std::unique_ptr<ScreenRecorder> recorder;
     if (parser.isSet(record)) {
         auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().first());
-        recorder = std::make_unique<ScreenRecorder>(*window, texts, parser.value(record));
+        recorder = std::make_unique<ScreenRecorder>(*window, engine, parser.value(record));
     }
     return QGuiApplication::exec();
 }

@@ -71,6 +71,12 @@ void printResult(const QString& line)
     printResult(line.toUtf8());
 }
 
+void printPaintedResult(const QString& lines)
+{
+    const QByteArray bytes = lines.toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
+}
+
 void printResult(const QJsonObject& object)
 {
     printResult(QJsonDocument(object).toJson(QJsonDocument::Compact));

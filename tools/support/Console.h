@@ -21,6 +21,9 @@ void printPart(const QByteArray& part);
 void printResult(const QByteArray& line);
 /** Writes one line of the result to standard output. */
 void printResult(const QString& line);
+/** Writes lines of the result that the caller has painted with control sequences, and in which it
+ * has shown the controls of texts and file names itself. */
+void printPaintedResult(const QString& lines);
 /** Writes the result for machines to standard output, in one line. */
 void printResult(const QJsonObject& object);
 /** Writes one line that is no result to standard error, with the program's name before it. */

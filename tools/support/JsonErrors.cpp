@@ -69,8 +69,6 @@ QString expectedBy(rapidjson::ParseErrorCode code)
         return QStringLiteral("a quotation mark at the end of the string");
     case rapidjson::kParseErrorStringInvalidEncoding: // so it calls raw control characters
         return QStringLiteral("an escape in its place, as \\n for a line break and \\t for a tab");
-    case rapidjson::kParseErrorNumberTooBig:
-        return QStringLiteral("a smaller number");
     case rapidjson::kParseErrorNumberMissFraction:
     case rapidjson::kParseErrorNumberMissExponent:
         return QStringLiteral("a digit");
@@ -84,7 +82,7 @@ QString expectedBy(rapidjson::ParseErrorCode code)
 JsonFault describeJsonError(const QByteArray& bytes, rapidjson::ParseErrorCode code, int offset)
 {
     const auto faultAt = [&](int where, const QString& reason, bool isEncodingFault) {
-        const Place place = PlaceIndex(bytes).placeOf(bytes, where);
+        const Place place = PlaceIndex().placeOf(bytes, where);
         return JsonFault{place.line, place.column, reason, isEncodingFault};
     };
     const int noUtf8 = findNoUtf8(bytes);
@@ -93,6 +91,9 @@ JsonFault describeJsonError(const QByteArray& bytes, rapidjson::ParseErrorCode c
                        QStringLiteral("not encoded in UTF-8: found the byte 0x%1")
                            .arg(static_cast<uchar>(bytes.at(noUtf8)), 2, 16, QLatin1Char('0')),
                        true);
+    if (code == rapidjson::kParseErrorNumberTooBig)
+        return faultAt(offset, QStringLiteral("malformed JSON: found a number out of range"),
+                       false);
     return faultAt(offset,
                    QStringLiteral("malformed JSON: found ") + shownCharacter(bytes, offset) +
                        QStringLiteral(", expected ") + expectedBy(code),

@@ -23,7 +23,6 @@ JsonKey::JsonKey(const QString& key)
 
 JsonTree::JsonTree(const QByteArray& bytes)
     : m_Bytes(bytes)
-    , m_Places(bytes)
 {
     JsonTreeBuilder::build(*this);
 }

@@ -5,7 +5,6 @@
 #include <QHash>
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace
@@ -14,6 +13,12 @@ namespace
 constexpr std::size_t deepestLevel = 1024; // Qt's parser takes no more
 
 const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
+
+bool isBetweenTokens(char byte)
+{
+    return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t' || byte == ',' ||
+           byte == ':';
+}
 
 } // namespace
 
@@ -62,7 +67,7 @@ void JsonTreeBuilder::run()
 int JsonTreeBuilder::beginOfToken() const
 {
     int begin = m_LastEnd;
-    while (std::strchr(" \t\r\n,:", m_Tree.m_Bytes.at(begin)) != nullptr)
+    while (isBetweenTokens(m_Tree.m_Bytes.at(begin)))
         ++begin;
     return begin;
 }
@@ -73,7 +78,7 @@ bool JsonTreeBuilder::RawNumber(const char* digits, rapidjson::SizeType length, 
     QByteArray(digits, static_cast<int>(length)).toDouble(&isInRange);
     return isInRange ? addScalar(JsonTree::Type::Number)
                      : refuse(offset() - static_cast<int>(length),
-                              QStringLiteral("found a number that is out of range"));
+                              QStringLiteral("found a number out of range"));
 }
 
 bool JsonTreeBuilder::Key(const char* key, rapidjson::SizeType length, bool)

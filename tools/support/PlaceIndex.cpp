@@ -7,42 +7,45 @@ namespace
 
 constexpr int stretchInBytes = 1024;
 
-/** Moves a place over the byte at @p offset. */
-void passByte(const QByteArray& text, int offset, Place& place)
+bool isLineEnd(char byte, char next)
 {
-    const auto byte = static_cast<unsigned char>(text.at(offset));
-    const bool isLineEnd =
-        byte == '\n' ||
-        (byte == '\r' && (offset + 1 == text.size() || text.at(offset + 1) != '\n'));
-    const bool goesOnInNextByte = offset + 1 < text.size() && (text.at(offset + 1) & 0xC0) == 0x80;
-    if (isLineEnd)
-        place = {place.line + 1, 1};
-    else if (!goesOnInNextByte)
-        ++place.column;
+    return byte == '\n' || (byte == '\r' && next != '\n');
+}
+
+bool isInsideOfCharacter(char byte)
+{
+    return (byte & 0xC0) == 0x80;
+}
+
+/** Moves a place from one offset of a text to a later one. */
+Place advance(Place place, const QByteArray& text, int from, int to)
+{
+    const char* const bytes = text.constData(); // a NUL follows them
+    for (int offset = from; offset < to; ++offset) {
+        if (isLineEnd(bytes[offset], bytes[offset + 1]))
+            place = {place.line + 1, 1};
+        else
+            place.column += isInsideOfCharacter(bytes[offset + 1]) ? 0 : 1;
+    }
+    return place;
 }
 
 } // namespace
 
-PlaceIndex::PlaceIndex(const QByteArray& text)
-{
-    m_Marks.reserve(static_cast<std::size_t>(text.size() / stretchInBytes + 1));
-    Place place{1, text.startsWith("\xEF\xBB\xBF") ? 0 : 1};
-    for (int offset = 0; offset < text.size(); ++offset) {
-        if (offset % stretchInBytes == 0)
-            m_Marks.push_back(place);
-        passByte(text, offset, place);
-    }
-}
-
 Place PlaceIndex::placeOf(const QByteArray& text, int offset) const
 {
     if (m_Marks.empty())
-        return {1, 1};
+        make(text);
     const int end = std::clamp(offset, 0, text.size());
-    const auto stretch =
-        std::min(static_cast<std::size_t>(end / stretchInBytes), m_Marks.size() - 1);
-    Place place = m_Marks[stretch];
-    for (int passed = static_cast<int>(stretch) * stretchInBytes; passed < end; ++passed)
-        passByte(text, passed, place);
-    return place;
+    const int stretch = end / stretchInBytes;
+    return advance(m_Marks[static_cast<std::size_t>(stretch)], text, stretch * stretchInBytes, end);
+}
+
+void PlaceIndex::make(const QByteArray& text) const
+{
+    Place place{1, text.startsWith("\xEF\xBB\xBF") ? 0 : 1};
+    for (int stretch = 0; stretch <= text.size(); stretch += stretchInBytes) {
+        m_Marks.push_back(place);
+        place = advance(place, text, stretch, std::min(stretch + stretchInBytes, text.size()));
+    }
 }

@@ -24,9 +24,10 @@ void addCommonOptions(QVector<OptionDescription>& options)
 QVector<Command> commands()
 {
     QVector<Command> commands = {
-        allCommand(),       checkCommand(),     exportCommand(), getCommand(), headerCommand(),
-        importCommand(),    languagesCommand(), markCommand(),   newCommand(), packCommand(),
-        pickCommand(),      pseudoCommand(),    removeCommand(), setCommand(), setHeaderCommand(),
+        allCommand(),       checkCommand(),  exportCommand(),    getCommand(),
+        headerCommand(),    importCommand(), languagesCommand(), markCommand(),
+        newCommand(),       packCommand(),   pickCommand(),      pseudoCommand(),
+        removeCommand(),    renameCommand(), setCommand(),       setHeaderCommand(),
 #ifdef TEXTMANAGER_HAS_REFERENCE_PLATFORM
         translateCommand(),
 #endif

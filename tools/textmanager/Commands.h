@@ -29,6 +29,7 @@ Command packCommand();
 Command pickCommand();
 Command pseudoCommand();
 Command removeCommand();
+Command renameCommand();
 Command setCommand();
 Command setHeaderCommand();
 /** Needs the reference platform, whose walk over JSON data it takes. */

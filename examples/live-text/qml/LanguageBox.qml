@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import TextManager 1.0
 
 // The languages by their own names; a dot marks the device's. A touch chooses one, whatever the device
 // says, and a second touch gives the choice back to the device.
@@ -14,11 +15,14 @@ Rectangle {
         anchors.centerIn: parent
 
         Repeater {
-            model: texts.languages
+            model: Texts.languages
 
             Rectangle {
-                readonly property bool isShown: modelData === texts.language
-                readonly property bool isDevice: modelData === texts.deviceLanguage
+                id: button
+
+                required property string modelData
+                readonly property bool isShown: modelData === Texts.language
+                readonly property bool isDevice: modelData === Texts.deviceLanguage
 
                 width: name.implicitWidth + 30
                 height: 40
@@ -28,7 +32,7 @@ Rectangle {
                 Text {
                     id: name
                     anchors.centerIn: parent
-                    text: texts.nameOfLanguage(modelData)
+                    text: Texts.nameOf(button.modelData)
                     color: parent.isShown ? Theme.contrast : Theme.faint
                     font.pixelSize: 15
                     font.weight: parent.isShown ? Font.DemiBold : Font.Normal
@@ -43,8 +47,8 @@ Rectangle {
                 }
                 MouseArea {
                     anchors.fill: parent
-                    onClicked: texts.chooseLanguage(
-                                   modelData === texts.chosenLanguage ? "" : modelData)
+                    onClicked: Texts.chosenLanguage =
+                               button.modelData === Texts.chosenLanguage ? "" : button.modelData
                 }
             }
         }

@@ -19,7 +19,7 @@ Rectangle {
     color: isActive ? activeColor : touch.pressed ? Theme.line : Theme.raised
     border.color: isActive ? activeColor : Theme.line
 
-    DeviceText {
+    ScreenText {
         id: label
         anchors.centerIn: parent
         width: Math.min(implicitWidth, parent.width - 16)

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
+import TextManager 1.0
 
 // A process value: its name, the value with its unit, and where it stands in its range.
 Rectangle {
@@ -24,16 +25,18 @@ Rectangle {
         anchors { fill: parent; margins: 18 }
         spacing: 4
 
-        DeviceText {
+        ScreenText {
             id: nameLabel
             Layout.fillWidth: true
             color: Theme.faint
             font.pixelSize: 16
             horizontalAlignment: Text.AlignLeft
         }
-        DeviceText {
+        ScreenText {
             id: valueLabel
-            value: Number(tile.value).toLocaleString(Qt.locale(texts.language), "f", tile.digits)
+            // The mark makes a text without a letter, such as a percentage, run from right to left, too.
+            readonly property string mark: Texts.isRightToLeft ? "\u200f" : ""
+            args: { "1": mark + Number(tile.value).toLocaleString(Qt.locale(Texts.language), "f", tile.digits) }
             Layout.fillWidth: true
             Layout.fillHeight: true
             font.pixelSize: 38

@@ -1,6 +1,7 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 import QtQuick.Window 2.15
+import TextManager 1.0
 
 Window {
     id: window
@@ -8,24 +9,22 @@ Window {
     property bool isAcknowledged: false
     property int mode: 0
 
-    function number(value) { return Number(value).toLocaleString(Qt.locale(texts.language), "f", 0) }
-
     width: 1024
     height: 600
     visible: true
     color: Theme.background
-    title: texts.of("Settings/Ventilation").currentText
+    title: Texts.text("Settings/Ventilation")
 
     ColumnLayout {
         anchors { fill: parent; margins: 20 }
         spacing: Theme.gap
-        LayoutMirroring.enabled: texts.isRightToLeft
+        LayoutMirroring.enabled: Texts.isRightToLeft
         LayoutMirroring.childrenInherit: true
 
         RowLayout {
             spacing: 14
 
-            DeviceText {
+            ScreenText {
                 url: "Settings/Ventilation"
                 font.pixelSize: 28
                 font.weight: Font.Bold
@@ -48,7 +47,7 @@ Window {
                         radius: 4.5
                         color: Theme.good
                     }
-                    DeviceText {
+                    ScreenText {
                         url: "Status/Running"
                         color: Theme.good
                         font.pixelSize: 15
@@ -86,9 +85,9 @@ Window {
                         font.weight: Font.Bold
                     }
                 }
-                DeviceText {
+                ScreenText {
                     url: window.isAcknowledged ? "Alarms/None" : "Alarms/Filter/ChangeDue"
-                    value: window.isAcknowledged ? "" : window.number(12)
+                    args: ({ "days": 12 })
                     Layout.fillWidth: true
                     horizontalAlignment: Text.AlignLeft
                     font.pixelSize: 20
@@ -157,6 +156,8 @@ Window {
             Repeater {
                 model: ["Data/Values/Auto", "Status/Boost", "Status/NightCooling"]
                 PushButton {
+                    required property string modelData
+                    required property int index
                     url: modelData
                     isActive: index === window.mode
                     onClicked: window.mode = index
@@ -165,7 +166,10 @@ Window {
             Item { Layout.fillWidth: true }
             Repeater {
                 model: ["Menu/Schedule", "Menu/Alarms", "Menu/Settings"]
-                PushButton { url: modelData }
+                PushButton {
+                    required property string modelData
+                    url: modelData
+                }
             }
         }
     }

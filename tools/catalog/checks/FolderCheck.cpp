@@ -6,6 +6,10 @@
 #include "LanguageDefinitions.h"
 
 #include <algorithm>
+#include <future>
+#include <mutex>
+#include <optional>
+#include <thread>
 #include <tuple>
 
 namespace
@@ -34,6 +38,53 @@ bool isBefore(const Finding& one, const Finding& other)
 bool isCheckable(const CatalogFile& file)
 {
     return file.isLoaded && file.document.tree().isSound();
+}
+
+/** What the check of one file gave. */
+struct FileResult {
+    QVector<Finding> findings;
+    std::optional<LanguageCoverage> coverage;
+};
+
+FileResult checkFile(const CheckContext& context, const CatalogFile& file)
+{
+    FileResult result{file.faults, std::nullopt};
+    if (!isCheckable(file))
+        return result;
+    LanguageCheck check(context, file);
+    result.findings += check.run();
+    if (!file.isShort)
+        result.coverage = check.coverage();
+    return result;
+}
+
+/** Checks the files that are wanted. Each is checked by one thread, which takes the next one then.
+ */
+std::vector<FileResult> checkFiles(const CheckContext& context, const CheckProgress& progress)
+{
+    const std::vector<CatalogFile>& files = context.catalog.files();
+    std::vector<FileResult> results(files.size());
+    std::mutex mutex;
+    std::size_t next = 0;
+    const auto take = [&] {
+        const std::lock_guard<std::mutex> locker(mutex);
+        while (next < files.size() && !context.settings.isWanted(files[next].language))
+            ++next;
+        if (next < files.size() && progress)
+            progress();
+        return next < files.size() ? next++ : next;
+    };
+    const auto work = [&] {
+        for (std::size_t file = take(); file < files.size(); file = take())
+            results[file] = checkFile(context, files[file]);
+    };
+    std::vector<std::future<void>> workers;
+    for (unsigned worker = 1; worker < std::thread::hardware_concurrency(); ++worker)
+        workers.push_back(std::async(std::launch::async, work));
+    work();
+    for (std::future<void>& worker : workers)
+        worker.get();
+    return results;
 }
 
 } // namespace
@@ -72,19 +123,10 @@ CheckResult checkFolder(const LanguageCatalog& catalog, const CheckSettings& set
     }
     CheckResult result;
     result.findings = settings.faults;
-    int done = 0;
-    for (const CatalogFile& file : catalog.files()) {
-        if (settings.isWanted(file.language)) {
-            result.findings += file.faults;
-            if (isCheckable(file)) {
-                LanguageCheck check(context, file);
-                result.findings += check.run();
-                if (!file.isShort)
-                    result.languages.append(check.coverage());
-            }
-        }
-        if (progress)
-            progress(++done, static_cast<int>(catalog.files().size()));
+    for (const FileResult& one : checkFiles(context, progress)) {
+        result.findings += one.findings;
+        if (one.coverage)
+            result.languages.append(*one.coverage);
     }
     result.findings.erase(
         std::remove_if(result.findings.begin(), result.findings.end(),

@@ -30,13 +30,14 @@ struct CheckResult {
     bool isFailed(const CheckSettings& settings) const;
 };
 
-/** Told how many files of how many are done. */
-using CheckProgress = std::function<void(int done, int all)>;
+/** Called as the check of each file begins, by one thread at a time. */
+using CheckProgress = std::function<void()>;
 
 /**
  * Checks a folder of language files against its base language.
  *
  * A file that cannot be read lacks no texts, and without a base that can be read none is missing.
+ * Files are checked by as many threads as the machine has processors.
  */
 CheckResult checkFolder(const LanguageCatalog& catalog, const CheckSettings& settings,
                         const CheckProgress& progress = CheckProgress());

@@ -18,12 +18,12 @@ LanguageCheck::LanguageCheck(const CheckContext& context, const CatalogFile& fil
     , m_Rules(file.language)
     , m_BaseRules(context.settings.base)
     , m_IsBase(file.language == context.settings.base)
+    , m_Full(file.isShort ? context.catalog.find(file.language) : nullptr)
     , m_Own(static_cast<std::size_t>(m_References.size()), ReferenceTexts::none)
 {
-    const CatalogFile* full = file.isShort ? context.catalog.find(file.language) : nullptr;
-    if (full == nullptr)
+    if (m_Full == nullptr)
         return;
-    const DocumentTexts fullTexts(full->document);
+    const DocumentTexts fullTexts(m_Full->document);
     for (const DocumentTexts::Entry& entry : fullTexts.entries())
         m_FullTexts.insert(entry.url, entry.text);
 }
@@ -92,13 +92,16 @@ void LanguageCheck::checkText(const DocumentTexts::Entry& entry, const QString& 
     const AnalyzedText analyzed(text, base);
     const TextToCheck toCheck{analyzed, base, m_Rules, m_BaseRules,
                               reference != nullptr ? reference->comment : QString()};
-    const ShortTextLimits limits{m_Context.settings.shortLength, fullTextOf(entry.url),
-                                 m_Context.texts.textOf(entry.url)};
     const TextFindings findings =
-        m_File.isShort ? checkShortText(toCheck, limits) : ::checkText(toCheck);
+        m_File.isShort ? checkShortText(toCheck, limitsOf(entry.url)) : ::checkText(toCheck);
     for (const TextFinding& finding : findings)
         add(finding.id, entry.url,
             placeInString(m_File.document.tree(), entry.text, finding.offset), finding.reason);
+}
+
+ShortTextLimits LanguageCheck::limitsOf(const QString& url) const
+{
+    return {m_Context.settings.shortLength, fullTextOf(url), m_Context.texts.textOf(url)};
 }
 
 void LanguageCheck::checkComment(const DocumentTexts::Entry& entry)
@@ -198,11 +201,8 @@ void LanguageCheck::reportOthers(const QVector<const DocumentTexts::Entry*>& ent
 
 QString LanguageCheck::fullTextOf(const QString& url) const
 {
-    const CatalogFile* full = m_Context.catalog.find(m_File.language);
     const auto node = m_FullTexts.constFind(url);
-    return full == nullptr || node == m_FullTexts.constEnd()
-               ? QString()
-               : full->document.tree().stringOf(*node);
+    return node == m_FullTexts.constEnd() ? QString() : m_Full->document.tree().stringOf(*node);
 }
 
 void LanguageCheck::add(const QString& id, const QString& url, const Place& place,

@@ -37,6 +37,7 @@ private:
     void reportOthers(const QVector<const DocumentTexts::Entry*>& entries,
                       const DocumentTexts::Entry* usual);
     QString fullTextOf(const QString& url) const;
+    ShortTextLimits limitsOf(const QString& url) const;
 
     void add(const QString& id, const QString& url, const Place& place, const QString& reason);
 
@@ -47,7 +48,8 @@ private:
     const WritingRules m_Rules;
     const WritingRules m_BaseRules;
     const bool m_IsBase;
-    QHash<QString, int> m_FullTexts; ///< nodes of the full texts; for a file of short texts only
+    const CatalogFile* const m_Full; ///< of the full texts; for a file of short texts only
+    QHash<QString, int> m_FullTexts; ///< its nodes by their URLs
     std::vector<int> m_Own;          ///< index into the file's texts by that of the reference
     int m_UnknownCount = 0;
     QVector<Finding> m_Findings;

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -48,11 +49,12 @@ QString LanguageCatalog::findFolderFault(const QString& path)
     return QStringLiteral("cannot read language files in '%1': %2").arg(path, reason);
 }
 
-LanguageCatalog::LanguageCatalog(const QString& folderPath, const QString& shortFolder)
+LanguageCatalog::LanguageCatalog(const QString& folderPath, const QString& shortFolder,
+                                 const IsKnown& isKnown)
 {
-    addFolder(folderPath, QString());
+    addFolder(folderPath, QString(), isKnown);
     if (!shortFolder.isEmpty())
-        addFolder(folderPath, shortFolder);
+        addFolder(folderPath, shortFolder, isKnown);
 }
 
 const CatalogFile* LanguageCatalog::find(const QString& language, bool isShort) const
@@ -71,14 +73,31 @@ QVector<Finding> LanguageCatalog::findFaults() const
     return faults;
 }
 
-void LanguageCatalog::addFolder(const QString& folderPath, const QString& subFolder)
+QVector<Finding> LanguageCatalog::findLeftOut() const
+{
+    QVector<Finding> faults;
+    for (const CatalogFile& file : m_Files) {
+        if (!file.isLoaded)
+            faults.append(file.faults.last()); // what comes before it is wrong in it, too
+    }
+    return faults;
+}
+
+void LanguageCatalog::addFolder(const QString& folderPath, const QString& subFolder,
+                                const IsKnown& isKnown)
 {
     const bool isShort = !subFolder.isEmpty();
     const QString prefix = withSeparator(subFolder);
     const QString path = withSeparator(folderPath) + subFolder;
     const QFileInfoList entries = listLanguageFiles(path);
+    QHash<QString, int> filesOfLanguages;
     for (const QFileInfo& entry : entries)
-        addFile(entry.filePath(), prefix + entry.fileName(), entry.baseName(), isShort);
+        ++filesOfLanguages[entry.baseName()];
+    for (const QFileInfo& entry : entries) {
+        const QString language = entry.baseName();
+        if (!isKnown || filesOfLanguages.value(language) > 1 || !isKnown(language, isShort))
+            addFile(entry.filePath(), prefix + entry.fileName(), language, isShort);
+    }
     QSet<QString> listedNames;
     for (const QFileInfo& entry : entries)
         listedNames.insert(entry.fileName());

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
 #include <vector>
 
 /** One file of a language folder, as it is stored. */
@@ -32,8 +33,18 @@ public:
     /** Why there is no folder to read at @p path, as a sentence; empty when there is. */
     static QString findFolderFault(const QString& path);
 
-    /** Reads a folder that is there. @param shortFolder name of the sub-folder; empty: none. */
-    explicit LanguageCatalog(const QString& folderPath, const QString& shortFolder = QString());
+    /** Whether the file of a language need not be looked at: it is the only one, and loads. */
+    using IsKnown = std::function<bool(const QString& language, bool isShort)>;
+
+    /**
+     * Reads a folder that is there: see findFolderFault().
+     *
+     * @param shortFolder name of the sub-folder of short texts; empty: none.
+     * @param isKnown asked for each language of which there is one file only; those that are known
+     * are passed over.
+     */
+    explicit LanguageCatalog(const QString& folderPath, const QString& shortFolder = QString(),
+                             const IsKnown& isKnown = {});
 
     const std::vector<CatalogFile>& files() const { return m_Files; }
     /** The file that a text manager answers with for a language; null when there is none. */
@@ -41,9 +52,11 @@ public:
 
     /** The faults of all files, in the order of the files. */
     QVector<Finding> findFaults() const;
+    /** Why files are left out by a text manager, one fault for each. */
+    QVector<Finding> findLeftOut() const;
 
 private:
-    void addFolder(const QString& folderPath, const QString& subFolder);
+    void addFolder(const QString& folderPath, const QString& subFolder, const IsKnown& isKnown);
     void addFile(const QString& path, const QString& file, const QString& language, bool isShort);
     void addNamesThatNobodyLoads(const QString& folderPath, const QString& prefix,
                                  const QSet<QString>& listedNames);

@@ -4,6 +4,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QVarLengthArray>
 
 #include <algorithm>
 
@@ -77,14 +78,21 @@ int LanguageDocument::headerField(const QString& field) const
 
 QString LanguageDocument::urlOf(int node) const
 {
-    QStringList path;
+    QVarLengthArray<int, 32> path;
     for (; node != m_Content && node > JsonTree::root; node = m_Tree.at(node).parent)
-        path.prepend(m_Tree.keyOf(node));
+        path.append(node);
     const QString& separator = LanguageDefinitions::getUrlSeparator();
-    QString storagePath;
-    for (const QString& key : path)
-        storagePath += storagePath.isEmpty() ? key : separator + key;
-    return storagePath.remove(separator + LanguageDefinitions::getJsonChildsKey());
+    QString url;
+    bool isBegun = false; // a text manager puts no separator behind an empty beginning
+    for (auto member = path.crbegin(); member != path.crend(); ++member) {
+        if (isBegun && m_Tree.hasKey(*member, keys().childs))
+            continue;
+        const QString key = m_Tree.keyOf(*member);
+        url += isBegun ? separator + key : key;
+        isBegun = isBegun || !key.isEmpty();
+    }
+    // Keys that only begin with "childs" lose that beginning, too.
+    return url.remove(separator + LanguageDefinitions::getJsonChildsKey());
 }
 
 bool LanguageDocument::isContainer(int node) const
@@ -108,9 +116,10 @@ QVector<Finding> LanguageDocument::findFaults() const
     if (!m_IsLoaded)
         return {faultAt(JsonTree::root, m_Tree.at(JsonTree::root).valueBegin,
                         QStringLiteral("no-content"),
-                        QStringLiteral("expected an object with \"%1\", found %2. The file is left "
-                                       "out; put the texts below \"%1\", or move the file away.")
-                            .arg(contentName, nameOfType(m_Tree.typeOf(JsonTree::root))))};
+                        QStringLiteral("no language file: expected an object with \"%1\", found "
+                                       "%2. The file is left out; put the texts below \"%1\", or "
+                                       "move the file away.")
+                            .arg(contentName, describeTop()))};
     QVector<Finding> faults = findWrongTypes();
     for (const int member : m_Tree.repeatedKeys())
         faults.append(faultAt(member, m_Tree.at(member).keyBegin, QStringLiteral("repeated-key"),
@@ -218,6 +227,17 @@ QVector<Finding> LanguageDocument::findWrongTypes() const
                                                       : QStringLiteral("an object"))));
     }
     return findings;
+}
+
+QString LanguageDocument::describeTop() const
+{
+    if (!m_Tree.isObject(JsonTree::root))
+        return QStringLiteral("an array");
+    QStringList keys;
+    for (int member = m_Tree.firstChild(JsonTree::root); member != JsonTree::none;
+         member = m_Tree.at(member).nextSibling)
+        keys.append(m_Tree.keyOf(member));
+    return QStringLiteral("an object with the keys (%1)").arg(keys.join(QStringLiteral(", ")));
 }
 
 bool LanguageDocument::isBelowContent(int node) const

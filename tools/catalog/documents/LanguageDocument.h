@@ -64,6 +64,7 @@ private:
     Finding faultAt(int node, int offset, const QString& id, const QString& reason) const;
     QVector<Finding> findMalformed() const;
     QVector<Finding> findWrongTypes() const;
+    QString describeTop() const;
     bool isBelowContent(int node) const;
 
     JsonTree m_Tree;

@@ -1,12 +1,11 @@
 #include "LanguageFolder.h"
 
-#include "Console.h"
+#include "LanguageCatalog.h"
+#include "TextNodes.h"
 
 #include "LanguageDefinitions.h"
 
-#include <QFileInfo>
-
-#include <algorithm>
+#include <QMutexLocker>
 
 namespace
 {
@@ -22,91 +21,64 @@ QStringList triedLanguages(const QString& languageKey)
 
 } // namespace
 
-std::unique_ptr<LanguageFolder> LanguageFolder::open(const QString& folderPath,
-                                                     const QString& shortFolder)
-{
-    // A text manager takes its path as a prefix.
-    const QString languagePath =
-        folderPath.endsWith(QLatin1Char('/')) ? folderPath : folderPath + QLatin1Char('/');
-    if (!checkFolder(folderPath) || !checkFolder(languagePath + shortFolder))
-        return nullptr;
-
-    std::unique_ptr<LanguageFolder> folder;
-    {
-        // The check below names the same files, and more of them, with line and column; and without
-        // a short-text folder the library speaks of unrelated files in the current directory.
-        const SilencedWarnings silenced;
-        folder.reset(new LanguageFolder(languagePath, shortFolder));
-    }
-    folder->m_LeftOutFiles = findLeftOutFiles(languagePath);
-    if (!shortFolder.isEmpty())
-        folder->m_LeftOutFiles += findLeftOutFiles(folder->getShortLanguageFilepath());
-    for (const FileFinding& finding : qAsConst(folder->m_LeftOutFiles))
-        printMessage(finding.toString());
-    return folder;
-}
-
-bool LanguageFolder::checkFolder(const QString& path)
-{
-    const QFileInfo info(path);
-    if (info.isDir() && info.isReadable())
-        return true;
-    const QString reason = !info.exists()  ? QStringLiteral("there is no such folder.")
-                           : !info.isDir() ? QStringLiteral("it is no folder.")
-                                           : QStringLiteral("it may not be read.");
-    printMessage(QStringLiteral("cannot read language files in '%1': %2").arg(path, reason));
-    return false;
-}
-
-LanguageFolder::LanguageFolder(const QString& languagePath, const QString& shortFolder)
-    : TextManagerBase(languagePath, LanguageDefinitions::getFirstFallbackLanguageFilename(),
+LanguageFolder::LanguageFolder(const QString& folderPath, const QString& shortFolder)
+    : TextManagerBase(QString(), LanguageDefinitions::getFirstFallbackLanguageFilename(),
                       shortFolder)
 {
+    // A text manager takes its path as a prefix. Loaded here, since without a short-text folder it
+    // would look for one in the current directory.
+    m_StrLanguagePath =
+        folderPath.endsWith(QLatin1Char('/')) ? folderPath : folderPath + QLatin1Char('/');
+    const QMutexLocker locker(&m_Mutex);
+    addLanguage(m_StrLanguagePath, m_LanguageMap);
+    if (!shortFolder.isEmpty())
+        addLanguage(getShortLanguageFilepath(), m_ShortLanguageMap);
 }
 
 LanguageFolder::Answer LanguageFolder::lookUp(const QString& textUrl, Wanted wanted,
                                               const QString& languageKey) const
 {
-    Answer answer;
-    bool ok = false;
-    switch (wanted) {
-    case Wanted::Text:
-        answer.text = getText(textUrl, ok, languageKey, true);
-        break;
-    case Wanted::ShortText:
-        answer.text = getShortText(textUrl, ok, languageKey);
-        break;
-    case Wanted::Comment:
-        answer.text = getComment(textUrl, languageKey, ok);
-        break;
+    if (wanted == Wanted::Comment)
+        return lookUpComment(textUrl, languageKey);
+    if (wanted == Wanted::ShortText) {
+        const QString text = readOwn(m_ShortLanguageMap, textUrl, wanted, languageKey);
+        if (!text.isEmpty())
+            return {text, languageKey, true};
     }
-    if (!answer.isFound())
-        return answer;
+    return lookUpFullText(textUrl, languageKey);
+}
 
-    // Which language it came from is seen by asking each alone; warnings were given above.
-    const SilencedWarnings silenced;
-    const auto hasOwn = [&](const QMap<QString, QJsonObject>& languageMap, const QString& key) {
-        return !readOwn(languageMap, textUrl, wanted, key, ok).isEmpty();
-    };
-    answer.isShortText = wanted == Wanted::ShortText && hasOwn(m_ShortLanguageMap, languageKey);
-    const QStringList tried = triedLanguages(languageKey);
-    answer.language = answer.isShortText
-                          ? languageKey
-                          : *std::find_if(tried.begin(), tried.end(), [&](const QString& key) {
-                                return hasOwn(m_LanguageMap, key);
-                            });
-    return answer;
+LanguageFolder::Answer LanguageFolder::lookUpFullText(const QString& textUrl,
+                                                      const QString& languageKey) const
+{
+    const QString language = getAnsweringLanguage(textUrl, languageKey);
+    if (language.isEmpty())
+        return Answer();
+    return {readOwn(m_LanguageMap, textUrl, Wanted::Text, language), language, false};
+}
+
+LanguageFolder::Answer LanguageFolder::lookUpComment(const QString& textUrl,
+                                                     const QString& languageKey) const
+{
+    for (const QString& key : triedLanguages(languageKey)) {
+        const QString comment = readOwn(m_LanguageMap, textUrl, Wanted::Comment, key);
+        if (!comment.isEmpty())
+            return {comment, key, false};
+    }
+    return Answer();
 }
 
 QString LanguageFolder::explainMiss(const QString& textUrl, Wanted wanted,
                                     const QString& languageKey) const
 {
-    const SilencedWarnings silenced; // given by the look-up that found nothing
+    const QString member = wanted == Wanted::Comment ? LanguageDefinitions::getJsonCommentName()
+                                                     : LanguageDefinitions::getJsonTextName();
     QStringList reasons;
     for (const QString& key : triedLanguages(languageKey)) {
-        bool isThere = false;
-        readOwn(m_LanguageMap, textUrl, wanted, key, isThere);
-        const QString reason = isThere                       ? QStringLiteral("empty or no string")
+        const QJsonObject document = m_LanguageMap.value(key);
+        const QJsonValue value =
+            valueAt(storagePathOf(textUrl, document) + QStringList(member), document);
+        const QString reason = !value.isUndefined()          ? QStringLiteral("empty or no string")
                                : m_LanguageMap.contains(key) ? QStringLiteral("not in its file")
                                                              : QStringLiteral("not loaded");
         reasons.append(QStringLiteral("%1: %2").arg(key, reason));
@@ -116,20 +88,18 @@ QString LanguageFolder::explainMiss(const QString& textUrl, Wanted wanted,
 
 QString LanguageFolder::chooseLoadedLanguage(const QString& languageKey) const
 {
-    const QString fallbackKey = LanguageDefinitions::getFirstFallbackLanguageFilename();
-    if (m_LanguageMap.contains(languageKey))
-        return languageKey;
-    const QString loaded = m_LanguageMap.isEmpty()
-                               ? QStringLiteral("no language is loaded")
-                               : QStringLiteral("loaded are: %1")
-                                     .arg(getAvailableLanguages().join(QStringLiteral(", ")));
-    if (!m_LanguageMap.contains(fallbackKey)) {
-        printMessage(QStringLiteral("language '%1' is not loaded; %2.").arg(languageKey, loaded));
-        return QString();
-    }
-    printMessage(QStringLiteral("language '%1' is not loaded, '%2' answers; %3.")
-                     .arg(languageKey, fallbackKey, loaded));
-    return fallbackKey;
+    const QString& fallbackKey = LanguageDefinitions::getFirstFallbackLanguageFilename();
+    return m_LanguageMap.contains(languageKey)   ? languageKey
+           : m_LanguageMap.contains(fallbackKey) ? fallbackKey
+                                                 : QString();
+}
+
+QVector<Finding> LanguageFolder::findLeftOutFiles() const
+{
+    const auto isLoaded = [this](const QString& language, bool isShort) {
+        return (isShort ? m_ShortLanguageMap : m_LanguageMap).contains(language);
+    };
+    return LanguageCatalog(m_StrLanguagePath, m_StrShortLanguageFolder, isLoaded).findLeftOut();
 }
 
 QStringList LanguageFolder::collectAllUrls() const
@@ -142,9 +112,10 @@ QStringList LanguageFolder::collectAllUrls() const
 }
 
 QString LanguageFolder::readOwn(const QMap<QString, QJsonObject>& languageMap,
-                                const QString& textUrl, Wanted wanted, const QString& languageKey,
-                                bool& ok) const
+                                const QString& textUrl, Wanted wanted,
+                                const QString& languageKey) const
 {
+    bool ok = false;
     return getObjectFromMap(languageMap, textUrl, ok, languageKey,
                             LanguageDefinitions::getJsonContentName(),
                             wanted == Wanted::Comment ? LanguageDefinitions::getJsonCommentName()

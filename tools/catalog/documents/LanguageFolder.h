@@ -1,14 +1,12 @@
 #pragma once
 
-#include "FileCheck.h"
+#include "Finding.h"
 
 #include "TextManagerBase.h"
 
 #include <QString>
 #include <QStringList>
 #include <QVector>
-
-#include <memory>
 
 /**
  * A text manager over one folder that also tells what the library keeps to itself: which files were
@@ -27,16 +25,8 @@ public:
         bool isFound() const { return !text.isEmpty(); }
     };
 
-    /**
-     * Loads the folder and reports the files that were left out.
-     *
-     * @return null, after a message, when there is no such folder or no such short-text folder.
-     */
-    static std::unique_ptr<LanguageFolder> open(const QString& folderPath,
-                                                const QString& shortFolder = QString());
-
-    /** Whether there is a folder to read at @p path; a message says what is there if not. */
-    static bool checkFolder(const QString& path);
+    /** Loads a folder that is there (findFolderFault()), and its short texts. */
+    explicit LanguageFolder(const QString& folderPath, const QString& shortFolder = QString());
 
     /** What the library answers for @p languageKey, and from which language. */
     Answer lookUp(const QString& textUrl, Wanted wanted, const QString& languageKey) const;
@@ -44,8 +34,8 @@ public:
     /** Why lookUp() found nothing: what each language that was tried has at the URL. */
     QString explainMiss(const QString& textUrl, Wanted wanted, const QString& languageKey) const;
 
-    /** The language whose URLs and header the library answers with for @p languageKey, after a
-     * message when it is another one; empty, after a message, when there is none. */
+    /** The language whose URLs and header the library answers with for @p languageKey; empty when
+     * there is none. */
     QString chooseLoadedLanguage(const QString& languageKey) const;
 
     /** The URLs of all languages, each once. */
@@ -53,14 +43,14 @@ public:
 
     /** The folder, as a text manager wants it. */
     QString getLanguagePath() const { return m_StrLanguagePath; }
-    const QVector<FileFinding>& getLeftOutFiles() const { return m_LeftOutFiles; }
+    /** The files that are left out without a word, one finding for each. Looks only at those that
+     * were not loaded, or share their language's key. */
+    QVector<Finding> findLeftOutFiles() const;
 
 private:
-    LanguageFolder(const QString& languagePath, const QString& shortFolder);
-
     /** What one language of one map has at the URL, without fallback. */
     QString readOwn(const QMap<QString, QJsonObject>& languageMap, const QString& textUrl,
-                    Wanted wanted, const QString& languageKey, bool& ok) const;
-
-    QVector<FileFinding> m_LeftOutFiles;
+                    Wanted wanted, const QString& languageKey) const;
+    Answer lookUpFullText(const QString& textUrl, const QString& languageKey) const;
+    Answer lookUpComment(const QString& textUrl, const QString& languageKey) const;
 };

@@ -4,6 +4,8 @@
 #include <QVector>
 
 #include <algorithm>
+#include <cstdlib>
+#include <optional>
 
 namespace
 {
@@ -31,25 +33,52 @@ QString lastKey(const QString& url)
     return url.section(QLatin1Char('/'), -1);
 }
 
-int distanceOfNames(const QString& wanted, const QString& candidate)
+/** What is near enough to have been meant by a name. */
+class Wanted
 {
-    constexpr int otherPlaceInTheTree = 1;
-    const QString from = wanted.toCaseFolded();
-    const QString to = candidate.toCaseFolded();
-    return std::min(editDistance(from, to),
-                    otherPlaceInTheTree + editDistance(lastKey(from), lastKey(to)));
-}
+public:
+    explicit Wanted(const QString& name)
+        : m_Name(name.toCaseFolded())
+        , m_LastKey(lastKey(m_Name))
+        , m_Farthest(std::max(std::min(2, name.size() - 1), name.size() / 4))
+    {
+    }
+
+    /** How far the name is from @p candidate; nothing when that is too far. */
+    std::optional<int> distanceTo(const QString& candidate) const
+    {
+        constexpr int otherPlaceInTheTree = 1;
+        const QString name = candidate.toCaseFolded();
+        const int whole = boundedDistance(m_Name, name);
+        const int inOtherPlace = otherPlaceInTheTree + boundedDistance(m_LastKey, lastKey(name));
+        const int distance = std::min(whole, inOtherPlace);
+        return distance <= m_Farthest ? std::optional<int>(distance) : std::nullopt;
+    }
+
+private:
+    /** The distance, or more than the farthest without counting it out: it is quadratic. */
+    int boundedDistance(const QString& from, const QString& to) const
+    {
+        const int atLeast = std::abs(from.size() - to.size());
+        return atLeast > m_Farthest ? atLeast : editDistance(from, to);
+    }
+
+    const QString m_Name;
+    const QString m_LastKey;
+    const int m_Farthest;
+};
 
 QStringList findNearestNames(const QString& name, const QStringList& names)
 {
     constexpr int mostNames = 3;
-    const int farthest = std::max(std::min(2, name.size() - 1), name.size() / 4);
-
+    constexpr int longestName = 1000; // nobody mistyped one that is longer
+    if (name.size() > longestName)
+        return QStringList();
+    const Wanted wanted(name);
     QVector<QPair<int, QString>> nearNames;
     for (const QString& candidate : names) {
-        const int distance = distanceOfNames(name, candidate);
-        if (distance <= farthest)
-            nearNames.append({distance, candidate});
+        if (const auto distance = wanted.distanceTo(candidate))
+            nearNames.append({*distance, candidate});
     }
     std::sort(nearNames.begin(), nearNames.end());
 

@@ -1,7 +1,6 @@
 #include "EditBatch.h"
 
-#include "JsonParser.h"
-#include "RepeatedKey.h"
+#include "JsonTree.h"
 
 #include "LanguageDefinitions.h"
 
@@ -77,17 +76,18 @@ void EditBatch::readLine(const QByteArray& line, int number)
 
 void EditBatch::readJson(const QByteArray& line, int number)
 {
-    QJsonDocument document;
-    if (const auto fault = parseJson(line, document)) {
-        addFault(number, fault->column, fault->reason + QLatin1Char('.'));
+    const JsonTree tree(line);
+    if (!tree.isSound()) {
+        addFault(number, tree.fault()->column, tree.fault()->reason + QLatin1Char('.'));
         return;
     }
-    const QString repeatedKey = findRepeatedKey(line).value_or(QString());
-    if (!repeatedKey.isEmpty()) {
-        addFault(number, 1, QStringLiteral("\"%1\" stands there twice.").arg(repeatedKey));
+    if (!tree.repeatedKeys().empty()) {
+        const int key = tree.repeatedKeys().front();
+        addFault(number, tree.keyPlace(key).column,
+                 QStringLiteral("\"%1\" stands there twice.").arg(tree.pathOf(key)));
         return;
     }
-    const QJsonObject object = document.object();
+    const QJsonObject object = QJsonDocument::fromJson(line).object();
     TextEdit edit;
     edit.line = number;
     for (auto member = object.begin(); member != object.end(); ++member) {
@@ -146,5 +146,6 @@ void EditBatch::readColumns(const QString& line, int number)
 
 void EditBatch::addFault(int line, int column, const QString& fault)
 {
-    m_Faults.append(QStringLiteral("%1:%2: %3").arg(line).arg(column).arg(fault));
+    m_Faults.append(
+        QStringLiteral("%1:%2: %3").arg(QString::number(line), QString::number(column), fault));
 }

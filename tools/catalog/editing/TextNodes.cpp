@@ -1,6 +1,5 @@
 #include "TextNodes.h"
 
-#include "Console.h"
 #include "JsonParser.h"
 
 #include "LanguageDefinitions.h"
@@ -45,14 +44,16 @@ QString shownValue(const QJsonValue& value)
     return json.size() <= mostCharacters ? json : json.left(mostCharacters) + QStringLiteral("...");
 }
 
-/** What at or above a storage path keeps a string from being written there. */
+/** What at or above a storage path keeps a string from being written there; empty: nothing. */
 QString describeObstacle(const QStringList& path, const QJsonObject& document)
 {
     for (int length = 1; length <= path.size(); ++length) {
         const QStringList place = path.mid(0, length);
         const QJsonValue value = valueAt(place, document);
         const bool isLeaf = length == path.size();
-        if (isLeaf || !value.isObject())
+        if (value.isUndefined())
+            break;
+        if (isLeaf ? !value.isString() : !value.isObject())
             return QStringLiteral("%1 is %2 there, %3, and no %4")
                 .arg(place.join(LanguageDefinitions::getUrlSeparator()), nameOfType(value),
                      shownValue(value), isLeaf ? QStringLiteral("text") : QStringLiteral("object"));
@@ -97,8 +98,7 @@ QString findUnusableKey(const QString& textUrl)
     constexpr int mostKeys = 500;
     if (keys.size() > mostKeys)
         return QStringLiteral("it has %1 keys, and a file can hold %2 of them below each other")
-            .arg(keys.size())
-            .arg(mostKeys);
+            .arg(QString::number(keys.size()), QString::number(mostKeys));
     const QString& childs = LanguageDefinitions::getJsonChildsKey();
     const bool hasChilds = std::any_of(keys.begin(), keys.end(),
                                        [&](const QString& key) { return key.startsWith(childs); });
@@ -111,10 +111,27 @@ QString findUnusableKey(const QString& textUrl)
 
 QString writeString(const QStringList& path, const QString& value, QJsonObject& document)
 {
-    const SilencedWarnings silenced; // described in full below
-    const auto result = LanguageInformation().setJsonValue(
-        path.join(LanguageDefinitions::getUrlSeparator()), value, document);
-    return result == TextManagerDefinitions::Success ? QString() : describeObstacle(path, document);
+    const QString obstacle = describeObstacle(path, document);
+    if (obstacle.isEmpty()) // else the library would warn of it
+        LanguageInformation().setJsonValue(path.join(LanguageDefinitions::getUrlSeparator()), value,
+                                           document);
+    return obstacle;
+}
+
+QString insertObject(const QStringList& path, const QJsonObject& node, QJsonObject& document)
+{
+    const QString obstacle = describeObstacle(path, document);
+    if (!obstacle.isEmpty())
+        return obstacle;
+    // Not by setJsonValue(): it makes what is missing on the way a copy of an object.
+    QJsonValue value = node;
+    for (int length = path.size() - 1; length > 0; --length) {
+        QJsonObject parent = valueAt(path.mid(0, length), document).toObject();
+        parent.insert(path.at(length), value);
+        value = parent;
+    }
+    document.insert(path.first(), value);
+    return QString();
 }
 
 void removeMember(const QStringList& path, QJsonObject& document)

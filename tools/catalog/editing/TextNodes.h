@@ -26,5 +26,12 @@ QString findUnusableKey(const QString& textUrl);
  */
 QString writeString(const QStringList& path, const QString& value, QJsonObject& document);
 
+/**
+ * Inserts a node at a storage path where nothing is, and creates what is missing on the way.
+ *
+ * @return why it could not be inserted: what is in its way. Empty when it is.
+ */
+QString insertObject(const QStringList& path, const QJsonObject& node, QJsonObject& document);
+
 /** Removes the member at a storage path, and the child container that it leaves empty. */
 void removeMember(const QStringList& path, QJsonObject& document);

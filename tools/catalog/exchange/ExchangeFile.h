@@ -27,6 +27,7 @@ struct ExchangeUnit {
     Placeholders placeholders = Placeholders::None;
     Place place; ///< in the file that was read
 };
+Q_DECLARE_TYPEINFO(ExchangeUnit, Q_MOVABLE_TYPE);
 
 /** Something in a file that cannot be used, and why. */
 struct ExchangeFault {

@@ -1,11 +1,11 @@
 #include "ExchangeFolder.h"
+#include "LanguageReading.h"
 
 #include "BaseTextRecordFile.h"
-#include "FileCheck.h"
+#include "LanguageReading.h"
 #include "LanguageTags.h"
 #include "NearestNames.h"
 #include "PseudoLanguage.h"
-#include "RegularFile.h"
 
 #include "LanguageDefinitions.h"
 
@@ -23,18 +23,6 @@ QString lastFallback()
 
 } // namespace
 
-QStringList listLanguages(const QString& folderPath)
-{
-    QStringList languages;
-    const QFileInfoList entries = listLanguageFiles(folderPath);
-    for (const QFileInfo& entry : entries) {
-        if (entry.isFile())
-            languages.append(entry.baseName());
-    }
-    languages.removeDuplicates();
-    return languages;
-}
-
 ExchangeFolder::ExchangeFolder(const QString& folderPath, const QString& shortFolder,
                                const QString& baseLanguage)
     : m_StrFolderPath(folderPath)
@@ -43,7 +31,7 @@ ExchangeFolder::ExchangeFolder(const QString& folderPath, const QString& shortFo
 {
     m_Base.baseLanguage = baseLanguage;
     m_Base.full = readBase(folderPath);
-    if (m_StrFault.isEmpty() && pathOf(folderPath, baseLanguage).isEmpty())
+    if (m_StrFault.isEmpty() && findLanguageFile(folderPath, baseLanguage).isEmpty())
         m_StrFault = QStringLiteral("there is no base language '%1' in %2. Name it with --base.")
                          .arg(baseLanguage, folderPath) +
                      suggestNames(baseLanguage, listLanguages(folderPath));
@@ -76,13 +64,13 @@ std::optional<ExchangeTexts> ExchangeFolder::read(const QString& language, QStri
 {
     ExchangeTexts texts = m_Base;
     texts.language = language;
-    if (pathOf(m_StrFolderPath, language).isEmpty())
+    if (findLanguageFile(m_StrFolderPath, language).isEmpty())
         fault = QStringLiteral("there is no language '%1' in %2; 'textmanager new' starts it.")
                     .arg(language, m_StrFolderPath) +
                 suggestNames(language, listLanguages(m_StrFolderPath));
-    texts.full.language = LanguageTexts(readDocument(m_StrFolderPath, language, fault));
+    texts.full.language = LanguageTexts(readLanguage(m_StrFolderPath, language, fault));
     if (!m_StrShortFolder.isEmpty())
-        texts.shortTexts.language = LanguageTexts(readDocument(shortFolderPath(), language, fault));
+        texts.shortTexts.language = LanguageTexts(readLanguage(shortFolderPath(), language, fault));
     return fault.isEmpty() ? std::optional<ExchangeTexts>(texts) : std::nullopt;
 }
 
@@ -91,42 +79,11 @@ QString ExchangeFolder::shortFolderPath() const
     return QDir(m_StrFolderPath).filePath(m_StrShortFolder);
 }
 
-QString ExchangeFolder::pathOf(const QString& folderPath, const QString& language) const
-{
-    QString path;
-    const QFileInfoList entries = listLanguageFiles(folderPath);
-    for (const QFileInfo& entry : entries) {
-        if (entry.isFile() && entry.baseName() == language)
-            path = entry.filePath(); // of several, a text manager keeps the last one
-    }
-    return path;
-}
-
-LanguageDocument ExchangeFolder::readDocument(const QString& folderPath, const QString& language,
-                                              QString& fault) const
-{
-    const QString path = pathOf(folderPath, language);
-    if (path.isEmpty() || !fault.isEmpty())
-        return LanguageDocument();
-    const FileContent content = readRegularFile(path);
-    if (!content.bytes) {
-        fault = QStringLiteral("%1: cannot be read: %2.").arg(path, content.error);
-        return LanguageDocument();
-    }
-    LanguageDocument document(*content.bytes);
-    const QVector<Finding> faults = document.findFaults();
-    if (!document.tree().isSound() || !document.isLoaded())
-        fault = FileFinding{path, faults.first().place.line, faults.first().place.column,
-                            faults.first().reason}
-                    .toString();
-    return document;
-}
-
 ExchangeSide ExchangeFolder::readBase(const QString& folderPath)
 {
     ExchangeSide side;
-    side.base = LanguageTexts(readDocument(folderPath, m_StrBaseLanguage, m_StrFault));
-    side.lastFallback = LanguageTexts(readDocument(folderPath, lastFallback(), m_StrFault));
+    side.base = LanguageTexts(readLanguage(folderPath, m_StrBaseLanguage, m_StrFault));
+    side.lastFallback = LanguageTexts(readLanguage(folderPath, lastFallback(), m_StrFault));
     const BaseTextRecord record = readRecord(folderPath, m_StrFault);
     if (record.baseLanguage() == m_StrBaseLanguage)
         side.record = record;
@@ -136,6 +93,5 @@ ExchangeSide ExchangeFolder::readBase(const QString& folderPath)
 bool ExchangeFolder::isPseudo(const QString& language) const
 {
     QString fault;
-    const LanguageDocument document = readDocument(m_StrFolderPath, language, fault);
-    return document.headerField(PseudoLanguage::headerField()) != JsonTree::none;
+    return PseudoLanguage::isPseudo(readLanguage(m_StrFolderPath, language, fault));
 }

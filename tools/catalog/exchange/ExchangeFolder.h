@@ -39,9 +39,6 @@ public:
     QString shortFolderPath() const;
 
 private:
-    QString pathOf(const QString& folderPath, const QString& language) const;
-    LanguageDocument readDocument(const QString& folderPath, const QString& language,
-                                  QString& fault) const;
     ExchangeSide readBase(const QString& folderPath);
     bool isPseudo(const QString& language) const;
 
@@ -51,6 +48,3 @@ private:
     QString m_StrFault;
     ExchangeTexts m_Base; ///< without a language
 };
-
-/** The keys of all languages in a folder, in the order of their names. */
-QStringList listLanguages(const QString& folderPath);

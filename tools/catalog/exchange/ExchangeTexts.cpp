@@ -83,8 +83,10 @@ void appendUnits(const ExchangeTexts& texts, bool isShort, ExchangeSelection sel
         if (isSelected(unit, selection))
             units.append(unit);
     };
-    for (const LanguageTexts::Entry& entry : side.base.entries())
-        append(entry.url);
+    for (const LanguageTexts::Entry& entry : side.base.entries()) {
+        if (entry.isListed)
+            append(entry.url);
+    }
     for (const LanguageTexts::Entry& entry : side.language.entries()) {
         if (!side.base.contains(entry.url))
             append(entry.url);

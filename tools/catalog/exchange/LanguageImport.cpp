@@ -1,6 +1,7 @@
 #include "LanguageImport.h"
 
 #include "BaseTextRecordFile.h"
+#include "LanguageReading.h"
 #include "TextNodes.h"
 
 #include "LanguageDefinitions.h"
@@ -46,8 +47,11 @@ std::unique_ptr<LanguageImport> LanguageImport::open(const ExchangeFolder& folde
     std::unique_ptr<LanguageImport> import(new LanguageImport(folder, language));
     const bool hasShort = std::any_of(file.units.begin(), file.units.end(), isShortUnit);
     const bool isShortWanted = hasShort && folder.hasShortFolder();
-    if (!import->openEditors(isShortWanted))
+    EditFault editFault;
+    if (!import->openEditors(isShortWanted, editFault)) {
+        fault = editFault.reason;
         return nullptr;
+    }
     const std::optional<ExchangeTexts> texts = folder.read(language, fault);
     if (!texts)
         return nullptr;
@@ -66,16 +70,16 @@ LanguageImport::LanguageImport(const ExchangeFolder& folder, const QString& lang
 {
 }
 
-bool LanguageImport::openEditors(bool isShortWanted)
+bool LanguageImport::openEditors(bool isShortWanted, EditFault& fault)
 {
-    m_pFull = LanguageFileEditor::open(m_Folder.path(), m_StrLanguage);
+    m_pFull = LanguageFileEditor::open(m_Folder.path(), m_StrLanguage, fault);
     if (m_pFull == nullptr || !isShortWanted)
         return m_pFull != nullptr;
     const QString path = m_Folder.shortFolderPath();
     if (listLanguages(path).contains(m_StrLanguage)) {
-        m_pShort = LanguageFileEditor::open(path, m_StrLanguage);
+        m_pShort = LanguageFileEditor::open(path, m_StrLanguage, fault);
     } else {
-        m_pShort = LanguageFileEditor::create(path, m_StrLanguage);
+        m_pShort = LanguageFileEditor::create(path, m_StrLanguage, fault);
         if (m_pShort != nullptr)
             m_pShort->document() = emptyDocument(m_StrLanguage);
     }
@@ -119,10 +123,15 @@ QString LanguageImport::write(const ImportPlan::NewText& text, const QString& co
 bool LanguageImport::save(const std::vector<std::unique_ptr<LanguageImport>>& imports,
                           QString& fault)
 {
+    std::vector<LanguageFileEditor*> editors;
     for (const auto& import : imports) {
-        if (!import->m_pFull->save() || (import->m_pShort != nullptr && !import->m_pShort->save()))
-            return false;
+        editors.push_back(import->m_pFull.get());
+        if (import->m_pShort != nullptr)
+            editors.push_back(import->m_pShort.get());
     }
+    fault = LanguageFileEditor::saveAll(editors);
+    if (!fault.isEmpty())
+        return false;
     if (imports.empty())
         return true;
     const ExchangeFolder& folder = imports.front()->m_Folder;

@@ -24,14 +24,14 @@ public:
     /**
      * Locks and reads the language, and changes it as the file says, but for saving it.
      *
-     * @return null when it cannot be edited; @p fault says why, unless a message did.
+     * @return null when it cannot be edited; @p fault says why.
      */
     static std::unique_ptr<LanguageImport> open(const ExchangeFolder& folder,
                                                 const QString& language, const ExchangeFile& file,
                                                 const ImportOptions& options, QString& fault);
 
     /** Saves all of them, and what the texts are of. @return false, and nothing is changed, when
-     * that is not possible; @p fault says why, unless a message did. */
+     * that is not possible; @p fault says why. */
     static bool save(const std::vector<std::unique_ptr<LanguageImport>>& imports, QString& fault);
 
     const QString& language() const { return m_StrLanguage; }
@@ -46,7 +46,7 @@ public:
 private:
     explicit LanguageImport(const ExchangeFolder& folder, const QString& language);
 
-    bool openEditors(bool isShortWanted);
+    bool openEditors(bool isShortWanted, EditFault& fault);
     void apply(const ImportPlan& plan, const ExchangeTexts& texts);
     QString write(const ImportPlan::NewText& text, const QString& comment);
 

@@ -10,12 +10,18 @@ using State = ExchangeUnit::State;
 
 QString quote(const QString& text)
 {
-    QString quoted = text;
-    quoted.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
-        .replace(QLatin1Char('"'), QStringLiteral("\\\""))
-        .replace(QLatin1Char('\t'), QStringLiteral("\\t"))
-        .replace(QLatin1Char('\n'), QStringLiteral("\\n"));
-    return QLatin1Char('"') + quoted + QLatin1Char('"');
+    QString quoted(QLatin1Char('"'));
+    for (const QChar character : text) {
+        if (character == QLatin1Char('\\') || character == QLatin1Char('"'))
+            quoted += QLatin1Char('\\');
+        if (character == QLatin1Char('\t'))
+            quoted += QStringLiteral("\\t");
+        else if (character == QLatin1Char('\n'))
+            quoted += QStringLiteral("\\n");
+        else
+            quoted += character;
+    }
+    return quoted + QLatin1Char('"');
 }
 
 /** A keyword and its text, one of several lines as gettext lays it out. */

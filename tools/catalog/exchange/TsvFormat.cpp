@@ -3,8 +3,9 @@
 #include "VisibleControls.h"
 
 #include <QHash>
-#include <QRegularExpression>
 #include <QTextCodec>
+
+#include <algorithm>
 
 namespace
 {
@@ -27,8 +28,10 @@ QString shortTextTitle()
 /** Whether a spreadsheet would run the cell as a formula, were it not for apostrophes before it. */
 bool isFormula(const QString& cell)
 {
-    static const QRegularExpression formula(QStringLiteral("^'*[=+\\-@\\t＝＋－＠]"));
-    return formula.match(cell).hasMatch();
+    static const QString signs = QStringLiteral("=+-@\t＝＋－＠");
+    const auto first = std::find_if(cell.begin(), cell.end(),
+                                    [](QChar character) { return character != QLatin1Char('\''); });
+    return first != cell.end() && signs.contains(*first);
 }
 
 QString writeCell(const QString& text)
@@ -36,10 +39,13 @@ QString writeCell(const QString& text)
     QString cell = showControls(text);
     if (isFormula(cell))
         cell.prepend(QLatin1Char('\''));
-    static const QRegularExpression special(QStringLiteral("[\"\\t\\n]"));
-    if (!cell.contains(special))
-        return cell;
     const QLatin1Char mark('"');
+    const bool needsMarks = std::any_of(cell.begin(), cell.end(), [=](QChar character) {
+        return character == mark || character == QLatin1Char('\t') ||
+               character == QLatin1Char('\n');
+    });
+    if (!needsMarks)
+        return cell;
     return mark + cell.replace(mark, QStringLiteral("\"\"")) + mark;
 }
 

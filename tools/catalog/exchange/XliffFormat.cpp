@@ -57,33 +57,34 @@ QString nameOfState(State state)
 class XliffWriter
 {
 public:
-    explicit XliffWriter(QByteArray& bytes)
-        : m_Writer(&bytes)
+    XliffWriter()
+        : m_Writer(&m_Text)
     {
         m_Writer.setAutoFormatting(true);
-        m_Writer.setAutoFormattingIndent(1);
+        m_Writer.setAutoFormattingIndent(0);
     }
 
-    void write(const ExchangeFile& file)
+    QByteArray write(const ExchangeFile& file)
     {
         m_Writer.writeStartDocument();
-        m_Writer.writeDefaultNamespace(nameSpace());
-        m_Writer.writeStartElement(nameSpace(), QStringLiteral("xliff"));
-        writeAttribute("version", QStringLiteral("1.2"));
-        m_Writer.writeStartElement(nameSpace(), QStringLiteral("file"));
-        writeAttribute("original", file.language);
-        writeAttribute("datatype", QStringLiteral("plaintext"));
-        writeAttribute("source-language", tagOfLanguage(file.baseLanguage));
-        writeAttribute("target-language", tagOfLanguage(file.language));
-        m_Writer.writeStartElement(nameSpace(), QStringLiteral("body"));
+        m_Writer.writeStartElement(QStringLiteral("xliff"));
+        writeAttribute(QStringLiteral("xmlns"), nameSpace());
+        writeAttribute(QStringLiteral("version"), QStringLiteral("1.2"));
+        m_Writer.writeStartElement(QStringLiteral("file"));
+        writeAttribute(QStringLiteral("original"), file.language);
+        writeAttribute(QStringLiteral("datatype"), QStringLiteral("plaintext"));
+        writeAttribute(QStringLiteral("source-language"), tagOfLanguage(file.baseLanguage));
+        writeAttribute(QStringLiteral("target-language"), tagOfLanguage(file.language));
+        m_Writer.writeStartElement(QStringLiteral("body"));
         writeUnits(file.units);
         m_Writer.writeEndDocument();
+        return m_Text.toUtf8();
     }
 
 private:
-    void writeAttribute(const char* name, const QString& value)
+    void writeAttribute(const QString& name, const QString& value)
     {
-        m_Writer.writeAttribute(QLatin1String(name), value);
+        m_Writer.writeAttribute(name, value);
     }
 
     void writeUnits(const QVector<ExchangeUnit>& units)
@@ -96,8 +97,8 @@ private:
         }
         if (!hasShort)
             return;
-        m_Writer.writeStartElement(nameSpace(), QStringLiteral("group"));
-        writeAttribute("restype", typeOfShortTexts());
+        m_Writer.writeStartElement(QStringLiteral("group"));
+        writeAttribute(QStringLiteral("restype"), typeOfShortTexts());
         for (const ExchangeUnit& unit : units) {
             if (unit.isShort)
                 writeUnit(unit);
@@ -107,43 +108,44 @@ private:
 
     void writeUnit(const ExchangeUnit& unit)
     {
-        m_Writer.writeStartElement(nameSpace(), QStringLiteral("trans-unit"));
-        writeAttribute("id", idOf(unit));
-        writeAttribute("resname", showControls(unit.url));
+        m_Writer.writeStartElement(QStringLiteral("trans-unit"));
+        writeAttribute(QStringLiteral("id"), idOf(unit));
+        writeAttribute(QStringLiteral("resname"), showControls(unit.url));
         if (unit.state == State::Translated)
-            writeAttribute("approved", QStringLiteral("yes"));
+            writeAttribute(QStringLiteral("approved"), QStringLiteral("yes"));
         if (unit.limit > 0) {
-            writeAttribute("maxwidth", QString::number(unit.limit));
-            writeAttribute("size-unit", QStringLiteral("char"));
+            writeAttribute(QStringLiteral("maxwidth"), QString::number(unit.limit));
+            writeAttribute(QStringLiteral("size-unit"), QStringLiteral("char"));
         }
-        writeAttribute("xml:space", preserve());
-        writeText("source", unit.baseText);
-        m_Writer.writeStartElement(nameSpace(), QStringLiteral("target"));
-        writeAttribute("state", nameOfState(unit.state));
+        writeAttribute(QStringLiteral("xml:space"), preserve());
+        writeText(QStringLiteral("source"), unit.baseText);
+        m_Writer.writeStartElement(QStringLiteral("target"));
+        writeAttribute(QStringLiteral("state"), nameOfState(unit.state));
         m_Writer.writeCharacters(showControls(unit.text));
         m_Writer.writeEndElement();
         if (!unit.previousBaseText.isEmpty())
             writePrevious(unit);
         if (!unit.comment.isEmpty())
-            writeText("note", unit.comment);
+            writeText(QStringLiteral("note"), unit.comment);
         m_Writer.writeEndElement();
     }
 
     /** What was to be translated, and the translation of that. */
     void writePrevious(const ExchangeUnit& unit)
     {
-        m_Writer.writeStartElement(nameSpace(), QStringLiteral("alt-trans"));
-        writeAttribute("alttranstype", QStringLiteral("previous-version"));
-        writeText("source", unit.previousBaseText);
-        writeText("target", unit.text);
+        m_Writer.writeStartElement(QStringLiteral("alt-trans"));
+        writeAttribute(QStringLiteral("alttranstype"), QStringLiteral("previous-version"));
+        writeText(QStringLiteral("source"), unit.previousBaseText);
+        writeText(QStringLiteral("target"), unit.text);
         m_Writer.writeEndElement();
     }
 
-    void writeText(const char* element, const QString& text)
+    void writeText(const QString& element, const QString& text)
     {
-        m_Writer.writeTextElement(nameSpace(), QLatin1String(element), showControls(text));
+        m_Writer.writeTextElement(element, showControls(text));
     }
 
+    QString m_Text; ///< in UTF-8, as what names no encoding is
     QXmlStreamWriter m_Writer;
 };
 
@@ -319,9 +321,7 @@ QString XliffFormat::findRefusal(const QString& languageKey) const
 
 QByteArray XliffFormat::write(const ExchangeFile& file) const
 {
-    QByteArray bytes;
-    XliffWriter(bytes).write(file);
-    return bytes;
+    return XliffWriter().write(file);
 }
 
 std::optional<ExchangeFault> XliffFormat::read(const QByteArray& bytes, ExchangeFile& file) const

@@ -95,8 +95,18 @@ void printReport(const CommandLine& commandLine, const CheckResult& result,
         printResult(toJson(result));
     else if (format == QLatin1String("sarif"))
         printResult(toSarif(result, folder));
+    else if (isColourWanted())
+        printPaintedResult(toText(result, settings, true));
     else
-        printResult(toText(result, settings, isColourWanted()));
+        printResult(toText(result, settings, false));
+}
+
+CheckResult checkAll(const LanguageCatalog& catalog, const CheckSettings& settings)
+{
+    Progress progress(QStringLiteral("checking"));
+    int begun = 0;
+    const int all = static_cast<int>(catalog.files().size());
+    return checkFolder(catalog, settings, [&] { progress.show(begun++, all); });
 }
 
 ExitStatus checkFolders(const CommandLine& commandLine, const QString& folder,
@@ -111,16 +121,13 @@ ExitStatus checkFolders(const CommandLine& commandLine, const QString& folder,
         printMessage(fault);
         return UnusableInput;
     }
-    Progress progress(QStringLiteral("checking"));
     const LanguageCatalog catalog(folder, settings.shortFolder);
     const QString missing = findMissingLanguage(catalog, settings);
     if (!missing.isEmpty()) {
         printMessage(missing);
         return UnusableInput;
     }
-    const CheckResult result =
-        checkFolder(catalog, settings, [&](int done, int all) { progress.show(done, all); });
-    progress.clear();
+    const CheckResult result = checkAll(catalog, settings);
     if (commandLine.isSet(htmlOption) &&
         !writePage(commandLine.value(htmlOption),
                    toHtml(result, catalog, settings, QDir(folder).dirName())))

@@ -1,5 +1,6 @@
 #include "CheckList.h"
 #include "CheckReports.h"
+#include "Console.h"
 
 #include <QStringList>
 
@@ -19,7 +20,6 @@ public:
     }
 
     QString bold(const QString& text) const { return paint(text, "1"); }
-    QString faint(const QString& text) const { return paint(text, "2"); }
     QString inColourOf(const QString& text, Finding::Class findingClass) const
     {
         switch (findingClass) {
@@ -31,6 +31,11 @@ public:
             break;
         }
         return paint(text, "36");
+    }
+    /** What stands in a file; its control characters must not steer the terminal. */
+    QString plain(const QString& text) const
+    {
+        return m_IsColoured ? QString::fromUtf8(withVisibleControls(text.toUtf8())) : text;
     }
     QString good(const QString& text) const { return paint(text, "32"); }
 
@@ -44,16 +49,6 @@ private:
     const bool m_IsColoured;
 };
 
-/** A control character of a file must not steer the terminal. */
-QString withoutControls(QString text)
-{
-    for (QChar& character : text) {
-        if (character.category() == QChar::Other_Control)
-            character = QLatin1Char(' ');
-    }
-    return text;
-}
-
 QString toLine(const Finding& finding, const Painter& painter)
 {
     const QString place =
@@ -63,11 +58,12 @@ QString toLine(const Finding& finding, const Painter& painter)
     const QString kind = painter.inColourOf(
         QStringLiteral("%1 %2").arg(nameOf(finding.findingClass), -7).arg(finding.id, -19),
         finding.findingClass);
-    const QString url =
-        finding.url.isEmpty() ? QString() : painter.bold(finding.url) + QStringLiteral(": ");
+    const QString url = finding.url.isEmpty()
+                            ? QString()
+                            : painter.bold(painter.plain(finding.url)) + QStringLiteral(": ");
     return QStringLiteral("  %1 %2 %3%4")
         .arg(place, -8)
-        .arg(kind, withoutControls(url), withoutControls(finding.reason));
+        .arg(kind, url, painter.plain(finding.reason));
 }
 
 QString bar(double share)
@@ -127,7 +123,7 @@ QString toText(const CheckResult& result, const CheckSettings& settings, bool is
         if (lines.isEmpty() || finding.file != file) {
             if (!lines.isEmpty())
                 lines.append(QString());
-            lines.append(painter.bold(withoutControls(finding.file)));
+            lines.append(painter.bold(painter.plain(finding.file)));
         }
         file = finding.file;
         lines.append(toLine(finding, painter));

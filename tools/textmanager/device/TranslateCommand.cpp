@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 #include "Commands.h"
 #include "DeviceMessages.h"
+#include "Folders.h"
 #include "Input.h"
 #include "JsonOutput.h"
 #include "JsonParser.h"
@@ -132,8 +133,7 @@ bool reportMisses(const TextIdTranslation& translation, const LanguageFolder& fo
 ExitStatus runTranslate(const CommandLine& commandLine)
 {
     const QStringList arguments = commandLine.arguments();
-    const auto folder =
-        LanguageFolder::open(arguments.first(), commandLine.value(shortFolderOption().name));
+    const auto folder = openFolder(arguments.first(), commandLine.value(shortFolderOption().name));
     if (!folder)
         return UnusableInput;
     folder->chooseLoadedLanguage(commandLine.language()); // says when it is another one

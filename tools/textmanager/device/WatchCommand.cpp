@@ -2,7 +2,7 @@
 #include "Commands.h"
 #include "DeviceMessages.h"
 #include "FileChanges.h"
-#include "LanguageFolder.h"
+#include "Folders.h"
 #include "TerminationSignals.h"
 #include "WatchedTexts.h"
 #ifdef TEXTMANAGER_HAS_REFERENCE_PLATFORM
@@ -61,7 +61,7 @@ ExitStatus follow(TextManager& manager, const QString& languagePath, WatchedText
 ExitStatus runWatch(const CommandLine& commandLine)
 {
     const QStringList arguments = commandLine.arguments();
-    auto folder = LanguageFolder::open(arguments.first()); // reports what is left out
+    auto folder = openFolder(arguments.first()); // reports what is left out
     if (!folder)
         return UnusableInput;
     const QString languagePath = QFileInfo(folder->getLanguagePath()).absoluteFilePath();

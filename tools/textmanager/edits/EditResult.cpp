@@ -1,6 +1,7 @@
 #include "EditResult.h"
 
 #include "CommandLine.h"
+#include "Folders.h"
 
 #include <QJsonArray>
 
@@ -36,7 +37,7 @@ EditChange changeOf(const QString& name, const QJsonValue& before, const QJsonVa
 ExitStatus saveAndPrint(LanguageFileEditor& editor, const QVector<EditChange>& changes,
                         const CommandLine& commandLine)
 {
-    if (!commandLine.isDryRun() && !editor.save())
+    if (!commandLine.isDryRun() && !saveEditor(editor))
         return UnusableInput;
     std::signal(SIGPIPE, SIG_IGN); // a reader that has gone does not make it undone
     print(editor.filePath(), changes, commandLine);

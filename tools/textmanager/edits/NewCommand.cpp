@@ -1,7 +1,7 @@
 #include "CommandLine.h"
 #include "Commands.h"
 #include "EditResult.h"
-#include "LanguageFileEditor.h"
+#include "Folders.h"
 
 #include "LanguageDefinitions.h"
 #include "LanguageInformation.h"
@@ -39,13 +39,12 @@ ExitStatus runNew(const CommandLine& commandLine)
     const QStringList arguments = commandLine.arguments();
     QJsonObject source;
     if (commandLine.isSet(fromOption)) {
-        const auto sourceEditor =
-            LanguageFileEditor::open(arguments.at(0), commandLine.value(fromOption));
+        const auto sourceEditor = openEditor(arguments.at(0), commandLine.value(fromOption));
         if (!sourceEditor)
             return UnusableInput;
         source = sourceEditor->document();
     }
-    const auto editor = LanguageFileEditor::create(arguments.at(0), arguments.at(1));
+    const auto editor = createEditor(arguments.at(0), arguments.at(1));
     if (!editor)
         return UnusableInput;
     editor->document() = newDocument(arguments.at(1), source);

@@ -1,7 +1,7 @@
 #include "CommandLine.h"
 #include "Commands.h"
 #include "EditResult.h"
-#include "LanguageFileEditor.h"
+#include "Folders.h"
 #include "NearestNames.h"
 #include "TextNodes.h"
 
@@ -53,7 +53,7 @@ ExitStatus runRemove(const CommandLine& commandLine)
 {
 
     const QStringList arguments = commandLine.arguments();
-    const auto editor = LanguageFileEditor::open(arguments.at(0), arguments.at(1));
+    const auto editor = openEditor(arguments.at(0), arguments.at(1));
     if (!editor)
         return UnusableInput;
     const QStringList urls = arguments.mid(2);

@@ -2,8 +2,8 @@
 #include "Commands.h"
 #include "EditBatch.h"
 #include "EditResult.h"
+#include "Folders.h"
 #include "Input.h"
-#include "LanguageFileEditor.h"
 #include "NewUrls.h"
 #include "TextNodes.h"
 
@@ -177,7 +177,7 @@ ExitStatus runSet(const CommandLine& commandLine)
     if (!edits)
         return UnusableInput;
     const QStringList arguments = commandLine.arguments();
-    const auto editor = LanguageFileEditor::open(arguments.at(0), arguments.at(1));
+    const auto editor = openEditor(arguments.at(0), arguments.at(1));
     if (!editor)
         return UnusableInput;
     return doAll(*editor, *edits, commandLine);

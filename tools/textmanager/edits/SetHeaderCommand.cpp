@@ -1,7 +1,7 @@
 #include "CommandLine.h"
 #include "Commands.h"
 #include "EditResult.h"
-#include "LanguageFileEditor.h"
+#include "Folders.h"
 #include "TextNodes.h"
 
 #include "LanguageDefinitions.h"
@@ -36,7 +36,7 @@ ExitStatus runSetHeader(const CommandLine& commandLine)
             QStringLiteral("--%1 or --%2 is missing.").arg(languageNameOption, subLanguageOption));
 
     const QStringList arguments = commandLine.arguments();
-    const auto editor = LanguageFileEditor::open(arguments.at(0), arguments.at(1));
+    const auto editor = openEditor(arguments.at(0), arguments.at(1));
     if (!editor)
         return UnusableInput;
     QVector<EditChange> changes;

@@ -2,8 +2,6 @@
 
 #include "CommandLine.h"
 
-#include "LanguageDefinitions.h"
-
 OptionDescription asOption()
 {
     return {QStringLiteral("as"),
@@ -16,8 +14,19 @@ OptionDescription asOption()
 OptionDescription baseOption()
 {
     return {QStringLiteral("base"), QStringLiteral("KEY"),
-            QStringLiteral("The language that is translated."),
-            LanguageDefinitions::getFirstFallbackLanguageFilename()};
+            QStringLiteral("The language that is translated; en_US when nothing else is said, nor "
+                           "stands in .textmanager-check.json.")};
+}
+
+CheckSettings settingsOf(const CommandLine& commandLine, const QString& folderPath)
+{
+    CheckSettings settings;
+    settings.readFrom(folderPath);
+    if (commandLine.isSet(baseOption().name))
+        settings.base = commandLine.value(baseOption().name);
+    if (commandLine.isSet(shortFolderOption().name))
+        settings.shortFolder = commandLine.value(shortFolderOption().name);
+    return settings;
 }
 
 const ExchangeFormat* chooseFormat(const CommandLine& commandLine, const QString& path)

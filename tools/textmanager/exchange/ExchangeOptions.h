@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CheckSettings.h"
 #include "Description.h"
 #include "ExchangeFormat.h"
 
@@ -13,6 +14,9 @@ class CommandLine;
 OptionDescription asOption();
 /** "--base KEY" */
 OptionDescription baseOption();
+
+/** The settings of a folder, with --base and --short-folder above them. */
+CheckSettings settingsOf(const CommandLine& commandLine, const QString& folderPath);
 
 /**
  * The format that --as names or, without it, the extension of @p path.

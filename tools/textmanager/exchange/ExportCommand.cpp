@@ -2,7 +2,7 @@
 #include "Commands.h"
 #include "ExchangeFolder.h"
 #include "ExchangeOptions.h"
-#include "LanguageFolder.h"
+#include "Folders.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -97,9 +97,6 @@ QString findConflict(const CommandLine& commandLine)
         return QStringLiteral("--output is missing.");
     if (commandLine.isSet(allLanguagesOption) == commandLine.isSet(languageOptionName))
         return QStringLiteral("expected either --language or --all-languages.");
-    if (commandLine.language() == commandLine.value(baseOption().name))
-        return QStringLiteral("'%1' is the base, which is not translated.")
-            .arg(commandLine.language());
     return QString();
 }
 
@@ -121,12 +118,14 @@ ExitStatus runExport(const CommandLine& commandLine)
     const ExchangeFormat* format =
         areAllWanted ? formatOfAll(commandLine) : chooseFormat(commandLine, output);
     const QString folderPath = commandLine.arguments().constFirst();
-    if (format == nullptr || !LanguageFolder::checkFolder(folderPath))
+    if (format == nullptr || !checkFolder(folderPath))
         return UnusableInput;
-    const QString baseLanguage = commandLine.value(baseOption().name);
-    const ExchangeFolder folder(folderPath, commandLine.value(shortFolderOption().name),
-                                baseLanguage);
-    const QString refusal = format->findRefusal(baseLanguage);
+    const CheckSettings settings = settingsOf(commandLine, folderPath);
+    if (commandLine.language() == settings.base)
+        return commandLine.refuse(
+            QStringLiteral("'%1' is the base, which is not translated.").arg(settings.base));
+    const ExchangeFolder folder(folderPath, settings.shortFolder, settings.base);
+    const QString refusal = format->findRefusal(settings.base);
     if (!folder.fault().isEmpty() || !refusal.isEmpty()) {
         printMessage(folder.fault().isEmpty() ? refusal : folder.fault());
         return UnusableInput;

@@ -2,8 +2,8 @@
 #include "Commands.h"
 #include "ExchangeFolder.h"
 #include "ExchangeOptions.h"
+#include "Folders.h"
 #include "Input.h"
-#include "LanguageFolder.h"
 #include "LanguageImport.h"
 #include "LanguageTags.h"
 
@@ -65,11 +65,10 @@ QString findOtherLanguage(const ExchangeFile& file, const ExchangeFolder& folder
 }
 
 /** The imports of all files that can be used; a message says why the others cannot. */
-std::vector<std::unique_ptr<LanguageImport>> openAll(const ExchangeFolder& folder,
-                                                     const CommandLine& commandLine)
+std::vector<std::unique_ptr<LanguageImport>>
+openAll(const ExchangeFolder& folder, const QString& baseLanguage, const CommandLine& commandLine)
 {
     const ImportOptions options{commandLine.isSet(staleOption), commandLine.isSet(forceOption)};
-    const QString baseLanguage = commandLine.value(baseOption().name);
     std::vector<std::unique_ptr<LanguageImport>> imports;
     QStringList languages;
     for (const QString& path : commandLine.arguments().mid(1)) {
@@ -147,15 +146,15 @@ QJsonObject toJson(const LanguageImport& import)
 ExitStatus runImport(const CommandLine& commandLine)
 {
     const QStringList arguments = commandLine.arguments();
-    if (!LanguageFolder::checkFolder(arguments.constFirst()))
+    if (!checkFolder(arguments.constFirst()))
         return UnusableInput;
-    const ExchangeFolder folder(arguments.constFirst(), commandLine.value(shortFolderOption().name),
-                                commandLine.value(baseOption().name));
+    const CheckSettings settings = settingsOf(commandLine, arguments.constFirst());
+    const ExchangeFolder folder(arguments.constFirst(), settings.shortFolder, settings.base);
     if (!folder.fault().isEmpty()) {
         printMessage(folder.fault());
         return UnusableInput;
     }
-    const auto imports = openAll(folder, commandLine);
+    const auto imports = openAll(folder, settings.base, commandLine);
     QString fault;
     if (!commandLine.isDryRun() && !LanguageImport::save(imports, fault)) {
         if (!fault.isEmpty())

@@ -3,7 +3,7 @@
 #include "Commands.h"
 #include "ExchangeFolder.h"
 #include "ExchangeOptions.h"
-#include "LanguageFolder.h"
+#include "Folders.h"
 #include "NearestNames.h"
 
 #include <QJsonArray>
@@ -68,13 +68,13 @@ ExitStatus runMark(const CommandLine& commandLine)
         return commandLine.refuse(QStringLiteral("--current is missing."));
     const QStringList arguments = commandLine.arguments();
     const QString& folderPath = arguments.at(0);
-    if (!LanguageFolder::checkFolder(folderPath))
+    if (!checkFolder(folderPath))
         return UnusableInput;
     BaseTextRecordFile file(folderPath);
     BaseTextRecord& record = file.record();
     const ExchangeFolder folder(folderPath, QString(),
                                 record.isBegun() ? record.baseLanguage()
-                                                 : commandLine.value(baseOption().name));
+                                                 : settingsOf(commandLine, folderPath).base);
     QString fault = file.fault().isEmpty() ? folder.fault() : file.fault();
     const auto texts = fault.isEmpty() ? folder.read(arguments.at(1), fault) : std::nullopt;
     if (!texts) {

@@ -3,8 +3,8 @@
 #include "ExchangeFolder.h"
 #include "ExchangeOptions.h"
 #include "FileCheck.h"
-#include "LanguageFileEditor.h"
-#include "LanguageFolder.h"
+#include "Folders.h"
+#include "LanguageReading.h"
 #include "PseudoLanguage.h"
 #include "RegularFile.h"
 
@@ -42,8 +42,8 @@ QMap<QString, QJsonObject> readDocuments(const QString& folderPath)
 std::unique_ptr<LanguageFileEditor> openTarget(const QString& folderPath, const QString& language)
 {
     if (!listLanguages(folderPath).contains(language))
-        return LanguageFileEditor::create(folderPath, language);
-    auto editor = LanguageFileEditor::open(folderPath, language);
+        return createEditor(folderPath, language);
+    auto editor = openEditor(folderPath, language);
     if (editor == nullptr || PseudoLanguage::isPseudo(editor->document()))
         return editor;
     printMessage(QStringLiteral("%1: was not made by this command, and is left alone. Take another "
@@ -59,10 +59,9 @@ struct Made {
 };
 
 /** Makes the language in one folder, not saved yet; no editor, after a message, when it cannot. */
-Made makeIn(const QString& folderPath, const CommandLine& commandLine)
+Made makeIn(const QString& folderPath, const QString& base, const CommandLine& commandLine)
 {
     const QString language = commandLine.value(outputOption);
-    const QString base = commandLine.value(baseOption().name);
     const QMap<QString, QJsonObject> documents = readDocuments(folderPath);
     if (documents.value(base).isEmpty()) {
         printMessage(QStringLiteral("there is no base language '%1' in %2. Name it with --base.")
@@ -96,19 +95,20 @@ ExitStatus runPseudo(const CommandLine& commandLine)
     if (commandLine.value(outputOption).isEmpty())
         return commandLine.refuse(QStringLiteral("--output is missing."));
     const QString folderPath = commandLine.arguments().constFirst();
-    if (!LanguageFolder::checkFolder(folderPath))
+    if (!checkFolder(folderPath))
         return UnusableInput;
+    const CheckSettings settings = settingsOf(commandLine, folderPath);
     QStringList folders = {folderPath};
-    if (commandLine.isSet(shortFolderOption().name))
-        folders.append(QDir(folderPath).filePath(commandLine.value(shortFolderOption().name)));
+    if (!settings.shortFolder.isEmpty())
+        folders.append(QDir(folderPath).filePath(settings.shortFolder));
     std::vector<Made> all;
     for (const QString& folder : qAsConst(folders)) {
-        all.push_back(makeIn(folder, commandLine));
+        all.push_back(makeIn(folder, settings.base, commandLine));
         if (all.back().editor == nullptr)
             return UnusableInput;
     }
     for (const Made& made : all) {
-        if (!commandLine.isDryRun() && !made.editor->save())
+        if (!commandLine.isDryRun() && !saveEditor(*made.editor))
             return UnusableInput;
         print(made, commandLine.isJsonWanted());
     }

@@ -1,6 +1,6 @@
 #include "CommandLine.h"
 #include "Commands.h"
-#include "LanguageFolder.h"
+#include "Folders.h"
 #include "NearestNames.h"
 
 #include "ReadAllTextsHelper.h"
@@ -10,7 +10,7 @@ namespace
 
 ExitStatus runAll(const CommandLine& commandLine)
 {
-    const auto folder = LanguageFolder::open(commandLine.arguments().first());
+    const auto folder = openFolder(commandLine.arguments().first());
     if (!folder)
         return UnusableInput;
 

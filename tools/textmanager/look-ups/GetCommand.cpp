@@ -1,6 +1,6 @@
 #include "CommandLine.h"
 #include "Commands.h"
-#include "LanguageFolder.h"
+#include "Folders.h"
 #include "NearestNames.h"
 
 #include <QJsonArray>
@@ -94,8 +94,7 @@ ExitStatus runGet(const CommandLine& commandLine)
         return commandLine.refuse(QStringLiteral("--short needs --short-folder NAME."));
 
     const QStringList arguments = commandLine.arguments();
-    const auto folder =
-        LanguageFolder::open(arguments.first(), commandLine.value(shortFolderOption().name));
+    const auto folder = openFolder(arguments.first(), commandLine.value(shortFolderOption().name));
     if (!folder)
         return UnusableInput;
     const Wanted wanted = commandLine.isSet(shortOption)     ? Wanted::ShortText

@@ -1,30 +1,32 @@
 #include "CommandLine.h"
 #include "Commands.h"
-#include "LanguageFolder.h"
+#include "Folders.h"
 
+#include <QDir>
 #include <QJsonArray>
 
 namespace
 {
 
-QJsonObject toJson(const FileFinding& finding)
+QJsonObject toJson(const Finding& finding, const QString& folderPath)
 {
-    QJsonObject object{{QStringLiteral("file"), finding.path},
-                       {QStringLiteral("fault"), finding.fault}};
-    if (finding.line > 0) {
-        object.insert(QStringLiteral("line"), finding.line);
-        object.insert(QStringLiteral("column"), finding.column);
+    QJsonObject object{{QStringLiteral("file"), QDir(folderPath).filePath(finding.file)},
+                       {QStringLiteral("fault"), finding.reason}};
+    if (finding.place.line > 0) {
+        object.insert(QStringLiteral("line"), finding.place.line);
+        object.insert(QStringLiteral("column"), finding.place.column);
     }
     return object;
 }
 
-void printLanguages(const LanguageFolder& folder, bool isJsonWanted)
+void printLanguages(const LanguageFolder& folder, const QVector<Finding>& findings,
+                    bool isJsonWanted)
 {
     const QStringList languages = folder.getAvailableLanguages();
     if (isJsonWanted) {
         QJsonArray leftOut;
-        for (const FileFinding& finding : folder.getLeftOutFiles())
-            leftOut.append(toJson(finding));
+        for (const Finding& finding : findings)
+            leftOut.append(toJson(finding, folder.getLanguagePath()));
         printResult({{QStringLiteral("languages"), QJsonArray::fromStringList(languages)},
                      {QStringLiteral("leftOut"), leftOut}});
         return;
@@ -35,16 +37,16 @@ void printLanguages(const LanguageFolder& folder, bool isJsonWanted)
 
 ExitStatus runLanguages(const CommandLine& commandLine)
 {
-    const auto folder = LanguageFolder::open(commandLine.arguments().first());
+    QVector<Finding> findings;
+    const auto folder = openFolder(commandLine.arguments().first(), QString(), &findings);
     if (!folder)
         return UnusableInput;
 
-    printLanguages(*folder, commandLine.isJsonWanted());
+    printLanguages(*folder, findings, commandLine.isJsonWanted());
     if (folder->getAvailableLanguages().isEmpty())
         printMessage(
             QStringLiteral("no language file in '%1'.").arg(commandLine.arguments().first()));
-    const bool isSound =
-        folder->getLeftOutFiles().isEmpty() && !folder->getAvailableLanguages().isEmpty();
+    const bool isSound = findings.isEmpty() && !folder->getAvailableLanguages().isEmpty();
     return isSound ? Done : AnswerIsNo;
 }
 

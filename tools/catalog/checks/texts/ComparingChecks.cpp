@@ -25,13 +25,6 @@ int wordsOf(const QString& text)
     return static_cast<int>(std::count_if(words.begin(), words.end(), hasLetters));
 }
 
-/** A carriage return and a line feed are one line break. */
-int lineBreaksOf(const QString& text)
-{
-    return text.count(QLatin1Char('\n')) + text.count(QChar::LineSeparator) +
-           text.count(QChar::ParagraphSeparator);
-}
-
 } // namespace
 
 void findOtherPlaceholders(const TextToCheck& text, TextFindings& findings)
@@ -40,7 +33,9 @@ void findOtherPlaceholders(const TextToCheck& text, TextFindings& findings)
         return;
     const PlaceholderDifference difference =
         text.text.placeholders.compareWithBase(text.base->placeholders);
-    if (difference.isNone())
+    const bool isMessageBroken =
+        !findings.isEmpty() && findings.first().id == QLatin1String("message-syntax");
+    if (difference.isNone() || isMessageBroken)
         return;
     QStringList faults;
     if (!difference.missing.isEmpty())
@@ -88,8 +83,8 @@ void findOtherLineBreaks(const TextToCheck& text, TextFindings& findings)
 {
     if (text.base == nullptr)
         return;
-    const int found = lineBreaksOf(text.text.text);
-    const int expected = lineBreaksOf(text.base->text);
+    const int found = text.text.lineBreaks;
+    const int expected = text.base->lineBreaks;
     if (found != expected)
         findings.append({QStringLiteral("line-breaks-differ"), 0,
                          QStringLiteral("The text has %1 line breaks, the base's has %2. Break it "

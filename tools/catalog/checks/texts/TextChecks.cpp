@@ -1,24 +1,39 @@
 #include "TextChecks.h"
 
 #include "ComparingChecks_p.h"
+#include "MessageChecks_p.h"
 #include "StyleChecks_p.h"
 #include "TextLength.h"
+
+#include <algorithm>
+
+namespace
+{
+
+bool isLineBreak(QChar character)
+{
+    return character == QLatin1Char('\n') || character == QChar::LineSeparator ||
+           character == QChar::ParagraphSeparator;
+}
+
+} // namespace
 
 AnalyzedText::AnalyzedText(const QString& wholeText, const AnalyzedText* base)
     : text(wholeText)
     , placeholders(text, base != nullptr ? &base->placeholders : nullptr)
     , tags(text)
     , data(text, placeholders, tags)
+    , lineBreaks(static_cast<int>(std::count_if(text.begin(), text.end(), isLineBreak)))
 {
 }
 
 TextFindings checkText(const TextToCheck& text)
 {
     using Check = void (*)(const TextToCheck&, TextFindings&);
-    constexpr Check checks[] = {findOtherPlaceholders, findOtherMarkup,  findOtherData,
-                                findOtherLineBreaks,   findOtherEndMark, findCopyOfBase,
-                                findEdgeSpace,         findDoubleSpace,  findInvisibleCharacter,
-                                findRepeatedWord,      findTooLongText};
+    constexpr Check checks[] = {findMessageFaults,      findOtherPlaceholders, findOtherMarkup,
+                                findOtherData,          findOtherLineBreaks,   findOtherEndMark,
+                                findCopyOfBase,         findEdgeSpace,         findDoubleSpace,
+                                findInvisibleCharacter, findRepeatedWord,      findTooLongText};
     TextFindings findings;
     for (const Check check : checks)
         check(text, findings);

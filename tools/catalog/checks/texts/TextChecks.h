@@ -16,6 +16,7 @@ struct AnalyzedText {
     Placeholders placeholders;
     MarkupTags tags;
     TextData data;
+    int lineBreaks = 0; ///< a carriage return and a line feed are one
 };
 
 /** A text as it is checked. */

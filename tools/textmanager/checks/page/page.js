@@ -36,6 +36,10 @@
     }
 
     function nameOfLanguage(language) {
+        if (language.key === data.base)
+            return "base";
+        if (language.key === "POSIX")
+            return "last fallback";
         try {
             return new Intl.DisplayNames(["en"], { type: "language" }).of(language.tag);
         } catch {
@@ -65,7 +69,7 @@
             button.type = "button";
             button.dataset.language = language.key;
             const name = make("span", "name", language.key + " ");
-            name.append(make("small", "", language.key === data.base ? "base" : nameOfLanguage(language)));
+            name.append(make("small", "", nameOfLanguage(language)));
             const figure = make("span", "share", `${share} % `);
             figure.append(make("small", "", `${language.translated} of ${language.texts}`));
             const bar = make("span", "bar");

@@ -53,7 +53,7 @@ QString BaseTextRecord::fileName()
     return QStringLiteral(".textmanager-base-texts");
 }
 
-std::optional<ExchangeFault> BaseTextRecord::read(const QByteArray& bytes)
+std::optional<Finding> BaseTextRecord::read(const QByteArray& bytes)
 {
     BaseTextRecord record;
     int number = 0;
@@ -67,8 +67,13 @@ std::optional<ExchangeFault> BaseTextRecord::read(const QByteArray& bytes)
         else if (record.isBegun() && cells.size() == 3)
             record.m_Texts[unescape(cells.at(0))].insert(cells.at(1), unescape(cells.at(2)));
         else
-            return ExchangeFault{
+            return Finding{
+                QStringLiteral("unreadable-file"),
+                Finding::Class::Error,
+                fileName(),
                 {number, 1},
+                {},
+                {},
                 QStringLiteral("expected a URL, a language and a base text, with a tab between two "
                                "of them. Correct the line, or remove it.")};
     }

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "LanguageDocument.h"
-
 #include <QHash>
+#include <QJsonObject>
 #include <QString>
 #include <QVector>
 
-/** The texts of one language file by their URLs. */
+/** The texts of one language document by their URLs, as a look-up finds them. */
 class LanguageTexts
 {
 public:
@@ -14,13 +13,14 @@ public:
         QString url;
         QString text;
         QString comment;
+        bool isListed = false; ///< whether it has a comment, and so is listed as a text
     };
 
     /** No texts. */
     LanguageTexts() = default;
-    explicit LanguageTexts(const LanguageDocument& document);
+    explicit LanguageTexts(const QJsonObject& document);
 
-    /** All texts in the order of the file. */
+    /** All texts, each group of them in the order of the keys. */
     const QVector<Entry>& entries() const { return m_Entries; }
     bool contains(const QString& url) const { return m_Indexes.contains(url); }
     /** The text at a URL; empty where there is none. */
@@ -29,7 +29,10 @@ public:
 
 private:
     const Entry& entry(const QString& url) const;
+    void addNodes(const QString& prefix, const QJsonObject& nodes);
+    void addNode(const QString& url, const QJsonObject& node);
 
     QVector<Entry> m_Entries;
     QHash<QString, int> m_Indexes; ///< of the entries, by URL
 };
+Q_DECLARE_TYPEINFO(LanguageTexts::Entry, Q_MOVABLE_TYPE);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ExchangeFile.h"
+#include "Finding.h"
 
 #include <QByteArray>
 #include <QMap>
@@ -26,7 +26,7 @@ public:
     BaseTextRecord() = default;
 
     /** Reads a record. @return why its bytes are none; the record is then as it was. */
-    std::optional<ExchangeFault> read(const QByteArray& bytes);
+    std::optional<Finding> read(const QByteArray& bytes);
     QByteArray bytes() const;
 
     bool isBegun() const { return !m_StrBaseLanguage.isEmpty(); }
