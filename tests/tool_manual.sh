@@ -69,7 +69,7 @@ textmanager help lang|languages
 textmanager get --short|--short --short-folder 
 textmanager get languages Alarms/Filter/D|Alarms/Filter/Dirty 
 textmanager get --language de_DE languages Menu/Sav|Menu/Save 
-textmanager get languages Menu/Save --language ar|ar_EG 
+textmanager get languages Menu/Save --language ar_E|ar_EG 
 textmanager remove languages de|de_DE 
 textmanager get languages Menu/Save --format |json text 
 textmanager translate languages dev|device.json 

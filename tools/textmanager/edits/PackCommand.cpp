@@ -1,7 +1,7 @@
 #include "CommandLine.h"
 #include "Commands.h"
 #include "FolderPack.h"
-#include "LanguageCatalog.h"
+#include "Folders.h"
 #include "PackVerification.h"
 #include "Progress.h"
 
@@ -43,15 +43,11 @@ QString findConflict(const CommandLine& commandLine)
 }
 
 /** Whether there is nothing that forbids to pack; messages say what does. */
-bool canBePacked(const FolderPack& pack)
+bool canBePacked(const FolderPack& pack, const QString& folderPath)
 {
     const QVector<Finding> faults = pack.findFaults();
     for (const Finding& fault : faults)
-        printMessage(fault.place.line > 0
-                         ? QStringLiteral("%1:%2:%3: %4")
-                               .arg(fault.file, QString::number(fault.place.line),
-                                    QString::number(fault.place.column), fault.reason)
-                         : QStringLiteral("%1: %2").arg(fault.file, fault.reason));
+        printMessage(describeFinding(fault, folderPath));
     if (!faults.isEmpty())
         return false;
     const QString obstacle = pack.findObstacle();
@@ -128,16 +124,11 @@ ExitStatus runPack(const CommandLine& commandLine)
     if (!conflict.isEmpty())
         return commandLine.refuse(conflict);
     const PackRequest request = requestOf(commandLine);
-    for (const QString& path :
-         {request.folderPath, request.folderPath + QLatin1Char('/') + request.shortFolder}) {
-        const QString fault = LanguageCatalog::findFolderFault(path);
-        if (!fault.isEmpty()) {
-            printMessage(fault);
-            return UnusableInput;
-        }
-    }
+    if (!checkFolder(request.folderPath) ||
+        !checkFolder(request.folderPath + QLatin1Char('/') + request.shortFolder))
+        return UnusableInput;
     FolderPack pack(request);
-    const bool isDone = canBePacked(pack) && packAll(pack) &&
+    const bool isDone = canBePacked(pack, request.folderPath) && packAll(pack) &&
                         (commandLine.isSet(noVerifyOption) || isVerified(request, pack));
     const QString fault = isDone && !commandLine.isDryRun() ? pack.publish() : QString();
     if (!fault.isEmpty())

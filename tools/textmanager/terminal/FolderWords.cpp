@@ -1,39 +1,29 @@
 #include "FolderWords.h"
 
 #include "Console.h"
-
-#include "TextManagerBase.h"
-
-#include <QDir>
-
-#include <memory>
+#include "LanguageCatalog.h"
+#include "LanguageFolder.h"
 
 namespace
 {
 
-std::unique_ptr<TextManagerBase> load(const QString& folderPath)
+QStringList ask(const QString& folderPath, QStringList (*question)(const LanguageFolder& folder))
 {
+    if (folderPath.isEmpty() || !LanguageCatalog::findFolderFault(folderPath).isEmpty())
+        return {};
     const SilencedWarnings silenced;
-    const bool isThere = !folderPath.isEmpty() && QDir(folderPath).exists();
-    return isThere ? std::make_unique<TextManagerBase>(folderPath + QLatin1Char('/'), QString(),
-                                                       QString())
-                   : nullptr;
+    return question(LanguageFolder(folderPath));
 }
 
 } // namespace
 
 QStringList languagesOf(const QString& folderPath)
 {
-    const auto folder = load(folderPath);
-    return folder ? folder->getAvailableLanguages() : QStringList();
+    return ask(folderPath,
+               [](const LanguageFolder& folder) { return folder.getAvailableLanguages(); });
 }
 
 QStringList urlsOf(const QString& folderPath)
 {
-    const auto folder = load(folderPath);
-    QStringList urls;
-    for (const QString& language : folder ? folder->getAvailableLanguages() : QStringList())
-        urls += folder->getAvailableUrls(language);
-    urls.removeDuplicates();
-    return urls;
+    return ask(folderPath, [](const LanguageFolder& folder) { return folder.collectAllUrls(); });
 }
