@@ -143,6 +143,6 @@ Command pseudoCommand()
           baseOption(),
           dryRunOption()},
          QStringLiteral("textmanager pseudo languages -o en_XA\n"
-                        "textmanager pseudo languages -o ar_XB --style widest --rtl")},
+                        "textmanager pseudo languages -o qps --style widest --rtl")},
         runPseudo};
 }
