@@ -72,6 +72,7 @@ private:
      */
     static bool isSame(const QJsonObject* document, const QJsonObject& source)
     {
+        static_assert(sizeof source == sizeof(void*), "a QJsonObject is more than a pointer");
         return document == nullptr ? source.isEmpty()
                                    : std::memcmp(document, &source, sizeof source) == 0;
     }

@@ -17,6 +17,8 @@ void writeFolders(const LanguageFiles& files)
         "Save": {"text": "Save", "comment": "Button"}, "Number": {"text": 1, "comment": ""}}}}})");
     files.write("short/de_DE", R"({"Content": {"Menu": {"text": "M"}}})");
     files.write("elsewhere/package", "{}"); // a current directory that nobody asks about
+    files.write("data/known", R"([{"labelTextId": "Menu"}, {"own": "Menu/Svae"}])");
+    LanguageFiles::writePath(files.path() + "data/a.cpp", "t.getText(\"Menu/\" + key, QString());");
     files.write("faulty/fr_FR", "{\r\n\"Content\":\r {} \"x\"}");
     for (const QString name : {"twice/de_DE", "twice/de_DE.backup"})
         files.write(name, R"({"Content": {}})");
@@ -52,6 +54,15 @@ void ToolLookUpsTest::answers_data()
         get DIR Nothing/like/this                                 | 1    |                    | POSIX: not loaded).\n
         get DIR Menu --format json                                | 0    | {"answers":[{"found":true,"language":"en_US","text":"Menu","url":"Menu"}]}\n |
         get DIR No --short --short-folder short --format json     | 1    | {"answers":[{"found":false,"isShortText":false,"language":"","text":"","url":"No"}]}\n | No: no text
+        usage DIR DIR/data                                        | 0    | DIR/data/a.cpp:1:11: the URL begins with Menu/, the rest comes at run time.\n |
+        usage DIR DIR/data/known.json --text-id-key own --unused  | 1    | DIR/data/known.json:1:36: unknown Menu/Svae: no language has it. Did you mean Menu/Save?\nunused Menu/Save\n |
+        usage DIR DIR/data --unused --format json                 | 0    | {"atRunTime":[{"column":11,"file":"DIR/data/a.cpp","line":1,"url":"Menu/"}],"unknown":[],"unused":[]}\n |
+        usage DIR DIR/nothing DIR/en_US                           | 2    |                    | DIR/nothing: there is no such file or folder.
+        keys DIR --header DIR/data/K.h --qml DIR/data/K.qml       | 0    | written DIR/data/K.h\nwritten DIR/data/K.qml\n |
+        keys DIR --header DIR/data/known.json/K.h                 | 2    |                    | K.h: cannot be written:
+        keys DIR                                                  | 2    |                    | --header or --qml is missing.
+        keys DIR --header K.h --namespace 1a                      | 2    |                    | --namespace '1a' is no name of a namespace.
+        keys DIR/faulty --header K.h                              | 2    |                    | the base language 'en_US', or POSIX, cannot be read.
         languages DIR                                             | 0    | de_DE\nen_US\n     |
         languages DIR/faulty --format json                        | 1    | {"languages":[],"leftOut":[{"column":5,"fault":"malformed JSON: found '\"', expected ',' or '}'. The file is left out; correct it there.","file":"DIR/faulty/fr_FR.json","line":3}]}\n | textmanager: DIR/faulty/fr_FR.json:3:5: malformed JSON: found
         languages DIR/twice                                       | 1    | de_DE\n            | DIR/twice/de_DE.backup.json: replaced by de_DE.json, which has the same language key 'de_DE'.
