@@ -55,7 +55,7 @@ void ToolLookUpsTest::answers_data()
         get DIR Menu --format json                                | 0    | {"answers":[{"found":true,"language":"en_US","text":"Menu","url":"Menu"}]}\n |
         get DIR No --short --short-folder short --format json     | 1    | {"answers":[{"found":false,"isShortText":false,"language":"","text":"","url":"No"}]}\n | No: no text
         usage DIR DIR/data                                        | 0    | DIR/data/a.cpp:1:11: the URL begins with Menu/, the rest comes at run time.\n |
-        usage DIR DIR/data/known.json --text-id-key own --unused  | 1    | DIR/data/known.json:1:36: unknown Menu/Svae: no language has it. Did you mean Menu/Save?\nunused Menu/Save\n |
+        usage DIR DIR/data/known.json --text-id-key own --unused  | 1    | DIR/data/known.json:1:35: unknown Menu/Svae: no language has it. Did you mean Menu/Save?\nunused Menu/Save\n |
         usage DIR DIR/data --unused --format json                 | 0    | {"atRunTime":[{"column":11,"file":"DIR/data/a.cpp","line":1,"url":"Menu/"}],"unknown":[],"unused":[]}\n |
         usage DIR DIR/nothing DIR/en_US                           | 2    |                    | DIR/nothing: there is no such file or folder.
         keys DIR --header DIR/data/K.h --qml DIR/data/K.qml       | 0    | written DIR/data/K.h\nwritten DIR/data/K.qml\n |

@@ -7,6 +7,8 @@
 
 #include <QCommandLineOption>
 
+#include <algorithm>
+
 CommandLine::CommandLine(const CommandDescription& description)
     : m_Description(description)
 {
@@ -31,6 +33,14 @@ std::optional<ExitStatus> CommandLine::parse(const QStringList& words)
     if (!fault.isEmpty())
         return refuse(fault);
     return std::nullopt;
+}
+
+bool CommandLine::isSet(const QString& option) const
+{
+    const auto& options = m_Description.options;
+    return std::any_of(options.begin(), options.end(),
+                       [&](const OptionDescription& one) { return one.name == option; }) &&
+           m_Parser.isSet(option);
 }
 
 ExitStatus CommandLine::refuse(const QString& reason) const

@@ -23,7 +23,8 @@ public:
      */
     std::optional<ExitStatus> parse(const QStringList& words);
 
-    bool isSet(const QString& option) const { return m_Parser.isSet(option); }
+    /** Whether the option was given; never, for one that the command does not have. */
+    bool isSet(const QString& option) const;
     QString value(const QString& option) const { return m_Parser.value(option); }
     /** All values of an option that may be given several times. */
     QStringList values(const QString& option) const { return m_Parser.values(option); }
