@@ -161,7 +161,7 @@ CheckSettings::CheckSettings()
 void CheckSettings::readFrom(const QString& folderPath)
 {
     const QString path = folderPath + QLatin1Char('/') + fileName();
-    if (!QFileInfo(path).exists() && !QFileInfo(path).isSymLink())
+    if (isNothingAt(path))
         return;
     const FileContent content = readRegularFile(path);
     if (!content.bytes) {

@@ -9,10 +9,33 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 
+namespace
+{
+
+/** The file that a text manager answers with for a language; empty when there is none. */
+QString findLanguageFile(const QString& folderPath, const QString& language, QString& fault)
+{
+    QString path;
+    const QFileInfoList entries = listLanguageFiles(folderPath, fault);
+    for (const QFileInfo& entry : entries) {
+        if (entry.isFile() && entry.baseName() == language)
+            path = entry.filePath(); // of several, a text manager keeps the last one
+    }
+    return path;
+}
+
+} // namespace
+
 QStringList listLanguages(const QString& folderPath)
 {
+    QString fault;
+    return listLanguages(folderPath, fault);
+}
+
+QStringList listLanguages(const QString& folderPath, QString& fault)
+{
     QStringList languages;
-    const QFileInfoList entries = listLanguageFiles(folderPath);
+    const QFileInfoList entries = listLanguageFiles(folderPath, fault);
     for (const QFileInfo& entry : entries) {
         if (entry.isFile())
             languages.append(entry.baseName());
@@ -21,20 +44,9 @@ QStringList listLanguages(const QString& folderPath)
     return languages;
 }
 
-QString findLanguageFile(const QString& folderPath, const QString& language)
-{
-    QString path;
-    const QFileInfoList entries = listLanguageFiles(folderPath);
-    for (const QFileInfo& entry : entries) {
-        if (entry.isFile() && entry.baseName() == language)
-            path = entry.filePath(); // of several, a text manager keeps the last one
-    }
-    return path;
-}
-
 QJsonObject readLanguage(const QString& folderPath, const QString& language, QString& fault)
 {
-    const QString path = findLanguageFile(folderPath, language);
+    const QString path = findLanguageFile(folderPath, language, fault);
     if (path.isEmpty() || !fault.isEmpty())
         return QJsonObject();
     const FileContent content = readRegularFile(path);

@@ -6,11 +6,11 @@
 
 // Reads single languages of a folder, where opening all of it would be too much.
 
-/** The keys of all languages in a folder, in the order of their files. */
+/** The keys of all languages in a folder, in the order of their files. @param fault as for
+ * listLanguageFiles(). */
+QStringList listLanguages(const QString& folderPath, QString& fault);
+/** Those that could be listed: enough to suggest one of them. */
 QStringList listLanguages(const QString& folderPath);
-
-/** The file that a text manager answers with for a language; empty when there is none. */
-QString findLanguageFile(const QString& folderPath, const QString& language);
 
 /**
  * Reads the document of a language as a text manager does.

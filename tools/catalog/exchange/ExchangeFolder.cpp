@@ -1,7 +1,5 @@
 #include "ExchangeFolder.h"
 #include "LanguageReading.h"
-
-#include "LanguageReading.h"
 #include "LanguageTags.h"
 #include "NearestNames.h"
 #include "PseudoLanguage.h"
@@ -28,19 +26,20 @@ ExchangeFolder::ExchangeFolder(const QString& folderPath, const QString& shortFo
     , m_StrShortFolder(shortFolder)
     , m_StrBaseLanguage(baseLanguage)
 {
+    m_Languages = listLanguages(folderPath, m_StrFault);
     m_Base.baseLanguage = baseLanguage;
     m_Base.full = readBase(folderPath);
-    if (m_StrFault.isEmpty() && findLanguageFile(folderPath, baseLanguage).isEmpty())
+    if (m_StrFault.isEmpty() && !m_Languages.contains(baseLanguage))
         m_StrFault = QStringLiteral("there is no base language '%1' in %2. Name it with --base.")
                          .arg(baseLanguage, folderPath) +
-                     suggestNames(baseLanguage, listLanguages(folderPath));
+                     suggestNames(baseLanguage, m_Languages);
     if (!shortFolder.isEmpty())
         m_Base.shortTexts = readBase(shortFolderPath());
 }
 
 QStringList ExchangeFolder::translatedLanguages() const
 {
-    QStringList languages = listLanguages(m_StrFolderPath);
+    QStringList languages = m_Languages;
     const auto isNone = [this](const QString& language) {
         return language == m_StrBaseLanguage || language == lastFallback() || isPseudo(language);
     };
@@ -50,23 +49,22 @@ QStringList ExchangeFolder::translatedLanguages() const
 
 QString ExchangeFolder::findLanguage(const QString& name) const
 {
-    const QStringList languages = listLanguages(m_StrFolderPath);
-    if (languages.contains(name))
+    if (m_Languages.contains(name))
         return name;
-    const auto language = std::find_if(languages.begin(), languages.end(), [&](const QString& key) {
-        return isSameLanguage(name, key);
-    });
-    return language == languages.end() ? QString() : *language;
+    const auto language =
+        std::find_if(m_Languages.begin(), m_Languages.end(),
+                     [&](const QString& key) { return isSameLanguage(name, key); });
+    return language == m_Languages.end() ? QString() : *language;
 }
 
 std::optional<ExchangeTexts> ExchangeFolder::read(const QString& language, QString& fault) const
 {
     ExchangeTexts texts = m_Base;
     texts.language = language;
-    if (findLanguageFile(m_StrFolderPath, language).isEmpty())
+    if (!m_Languages.contains(language))
         fault = QStringLiteral("there is no language '%1' in %2; 'textmanager new' starts it.")
                     .arg(language, m_StrFolderPath) +
-                suggestNames(language, listLanguages(m_StrFolderPath));
+                suggestNames(language, m_Languages);
     texts.full.language = LanguageTexts(readLanguage(m_StrFolderPath, language, fault));
     if (!m_StrShortFolder.isEmpty())
         texts.shortTexts.language = LanguageTexts(readLanguage(shortFolderPath(), language, fault));
