@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TextKey.h"
+
 #include <QHash>
 #include <QJsonObject>
 #include <QString>
@@ -33,6 +35,6 @@ private:
     void addNode(const QString& url, const QJsonObject& node);
 
     QVector<Entry> m_Entries;
-    QHash<QString, int> m_Indexes; ///< of the entries, by URL
+    QHash<TextKey, int> m_Indexes; ///< of the entries, by URL
 };
 Q_DECLARE_TYPEINFO(LanguageTexts::Entry, Q_MOVABLE_TYPE);

@@ -1,5 +1,6 @@
 #include "TsvFormat.h"
 
+#include "TextKey.h"
 #include "VisibleControls.h"
 
 #include <QHash>
@@ -199,9 +200,9 @@ void appendUnits(const QStringList& cells, const Columns& columns, int line, Exc
 
 QByteArray TsvFormat::write(const ExchangeFile& file) const
 {
-    QHash<QString, const ExchangeUnit*> shortUnits;
+    QHash<TextKey, const ExchangeUnit*> shortUnits;
     QVector<const ExchangeUnit*> rows;
-    QHash<QString, const ExchangeUnit*> fullUnits;
+    QHash<TextKey, const ExchangeUnit*> fullUnits;
     for (const ExchangeUnit& unit : file.units)
         (unit.isShort ? shortUnits : fullUnits).insert(unit.url, &unit);
     for (const ExchangeUnit& unit : file.units) {

@@ -23,13 +23,14 @@ QStringList urlsOf(const LanguageTexts& texts)
 /** Whether the language has a text at each URL; a message says where not. */
 bool areThere(const QStringList& urls, const LanguageTexts& texts)
 {
+    NameSuggestions suggestions([&] { return urlsOf(texts); });
     bool areAllThere = true;
     for (const QString& url : urls) {
         if (!texts.text(url).isEmpty())
             continue;
         areAllThere = false;
         printMessage(QStringLiteral("%1: there is no text to mark.").arg(url) +
-                     suggestNames(url, urlsOf(texts)));
+                     suggestions.suggest(url));
     }
     return areAllThere;
 }
