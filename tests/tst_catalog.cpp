@@ -179,6 +179,7 @@ void CatalogTest::faults_data()
         {"Content": {"M": "\q"}}                                 | malformed-json 1:20           | yes
         {"Content": {"M": {"text": "a",}}}                       | malformed-json 1:32           | no
         {"Content": {"M": {"text": "ä?"}}}                       | not-utf8 1:30                 | no
+        ~{"Content": {}}                                         | not-utf8 1:1                  | no
         {"Content": {"M": {"n": 1e999}}}                         | malformed-json 1:25           | no
         {"Content": {}} {                                        | malformed-json 1:17           | no
         "Content"                                                | malformed-json 1:1            | no
@@ -195,7 +196,8 @@ void CatalogTest::faults_data()
 
 void CatalogTest::faults()
 {
-    const QByteArray bytes = cell("bytes").toUtf8().replace('#', '\t').replace('?', '\xff');
+    const QByteArray bytes =
+        cell("bytes").toUtf8().replace('#', '\t').replace('?', '\xff').replace('~', '\x90');
     for (const QByteArray mark : {"", "\xEF\xBB\xBF"}) {
         const LanguageDocument document(mark + bytes);
         QCOMPARE(shown(document.findFaults()), cell("faults"));
