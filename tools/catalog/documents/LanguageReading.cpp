@@ -9,6 +9,8 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 
+#include <cstring>
+
 QStringList listLanguages(const QString& folderPath)
 {
     QStringList languages;
@@ -32,6 +34,14 @@ QString findLanguageFile(const QString& folderPath, const QString& language)
     return path;
 }
 
+QJsonObject parseLanguage(QByteArray bytes)
+{
+    // As QIODevice::Text does. The look is far shorter than a replacement that finds nothing.
+    if (std::memchr(bytes.constData(), '\r', static_cast<std::size_t>(bytes.size())) != nullptr)
+        bytes.replace('\r', QByteArray());
+    return QJsonDocument::fromJson(bytes).object();
+}
+
 QJsonObject readLanguage(const QString& folderPath, const QString& language, QString& fault)
 {
     const QString path = findLanguageFile(folderPath, language);
@@ -42,10 +52,7 @@ QJsonObject readLanguage(const QString& folderPath, const QString& language, QSt
         fault = QStringLiteral("%1: cannot be read: %2.").arg(path, content.error);
         return QJsonObject();
     }
-    QByteArray bytes = *content.bytes;
-    if (bytes.contains('\r')) // which a text manager does not see
-        bytes.replace('\r', QByteArray());
-    const QJsonObject document = QJsonDocument::fromJson(bytes).object();
+    const QJsonObject document = parseLanguage(*content.bytes);
     if (!document.contains(LanguageDefinitions::getJsonContentName())) {
         const QVector<Finding> faults = LanguageDocument(*content.bytes).findFaults();
         const Finding first = faults.isEmpty() ? Finding() : faults.first();

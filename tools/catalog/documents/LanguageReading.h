@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
@@ -11,6 +12,9 @@ QStringList listLanguages(const QString& folderPath);
 
 /** The file that a text manager answers with for a language; empty when there is none. */
 QString findLanguageFile(const QString& folderPath, const QString& language);
+
+/** The document that a text manager makes of a file's bytes; an empty one when they are no JSON. */
+QJsonObject parseLanguage(QByteArray bytes);
 
 /**
  * Reads the document of a language as a text manager does.

@@ -1,8 +1,7 @@
 #include "PoReader.h"
 
+#include "ExchangeEncoding.h"
 #include "VisibleControls.h"
-
-#include <QTextCodec>
 
 namespace
 {
@@ -74,11 +73,10 @@ void PoContext::read(const QString& context, ExchangeUnit& unit)
 
 std::optional<ExchangeFault> PoReader::read(const QByteArray& bytes)
 {
-    QTextCodec::ConverterState state;
-    const QString text =
-        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0)
+    const std::optional<QString> decoded = decodeUtf(bytes);
+    if (!decoded)
         return ExchangeFault{{}, QStringLiteral("is not encoded in UTF-8. Save it as UTF-8.")};
+    const QString& text = *decoded;
     for (int start = 0; start < text.size() && !m_Fault;) {
         const int end = text.indexOf(QLatin1Char('\n'), start);
         const int next = end < 0 ? text.size() : end;
