@@ -11,6 +11,36 @@
 
 #include <cstring>
 
+namespace
+{
+
+/** The bytes of a file; nothing where there is none, or a fault already. */
+std::optional<QByteArray> readBytes(const QString& path, QString& fault)
+{
+    if (path.isEmpty() || !fault.isEmpty())
+        return std::nullopt;
+    FileContent content = readRegularFile(path);
+    if (!content.bytes)
+        fault = QStringLiteral("%1: cannot be read: %2.").arg(path, content.error);
+    return content.bytes;
+}
+
+/** Parses a file that is to have a "Content". */
+QJsonObject parseContent(const QByteArray& bytes, const QString& path, QString& fault)
+{
+    const QJsonObject document = parseLanguage(bytes);
+    if (!document.contains(LanguageDefinitions::getJsonContentName())) {
+        const QVector<Finding> faults = LanguageDocument(bytes).findFaults();
+        const Finding first = faults.isEmpty() ? Finding() : faults.first();
+        fault = QStringLiteral("%1:%2:%3: %4")
+                    .arg(path, QString::number(first.place.line),
+                         QString::number(first.place.column), first.reason);
+    }
+    return document;
+}
+
+} // namespace
+
 QStringList listLanguages(const QString& folderPath)
 {
     QStringList languages;
@@ -45,20 +75,20 @@ QJsonObject parseLanguage(QByteArray bytes)
 QJsonObject readLanguage(const QString& folderPath, const QString& language, QString& fault)
 {
     const QString path = findLanguageFile(folderPath, language);
-    if (path.isEmpty() || !fault.isEmpty())
-        return QJsonObject();
-    const FileContent content = readRegularFile(path);
-    if (!content.bytes) {
-        fault = QStringLiteral("%1: cannot be read: %2.").arg(path, content.error);
-        return QJsonObject();
-    }
-    const QJsonObject document = parseLanguage(*content.bytes);
-    if (!document.contains(LanguageDefinitions::getJsonContentName())) {
-        const QVector<Finding> faults = LanguageDocument(*content.bytes).findFaults();
-        const Finding first = faults.isEmpty() ? Finding() : faults.first();
-        fault = QStringLiteral("%1:%2:%3: %4")
-                    .arg(path, QString::number(first.place.line),
-                         QString::number(first.place.column), first.reason);
-    }
-    return document;
+    const std::optional<QByteArray> bytes = readBytes(path, fault);
+    return bytes ? parseContent(*bytes, path, fault) : QJsonObject();
+}
+
+LanguageTexts readTexts(const QString& folderPath, const QString& language, QString& fault)
+{
+    const QString path = findLanguageFile(folderPath, language);
+    const std::optional<QByteArray> bytes = readBytes(path, fault);
+    if (!bytes)
+        return LanguageTexts();
+    const JsonTree tree(*bytes);
+    const bool hasContent =
+        tree.isSound() &&
+        tree.child(JsonTree::root, LanguageDefinitions::getJsonContentName()) != JsonTree::none;
+    // Qt, and so a text manager, takes some files that are no sound trees.
+    return hasContent ? LanguageTexts(tree) : LanguageTexts(parseContent(*bytes, path, fault));
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LanguageTexts.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QString>
@@ -23,3 +25,6 @@ QJsonObject parseLanguage(QByteArray bytes);
  * What it holds already stays, and nothing is read then.
  */
 QJsonObject readLanguage(const QString& folderPath, const QString& language, QString& fault);
+
+/** The texts of a language, read as readLanguage() does. */
+LanguageTexts readTexts(const QString& folderPath, const QString& language, QString& fault);

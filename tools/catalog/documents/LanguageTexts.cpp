@@ -24,6 +24,14 @@ bool isInUrls(const QString& key)
     return !key.contains(LanguageDefinitions::getUrlSeparator());
 }
 
+bool hasObjects(const JsonTree& tree, int node)
+{
+    int member = tree.isObject(node) ? tree.firstChild(node) : JsonTree::none;
+    while (member != JsonTree::none && !tree.isObject(member))
+        member = tree.at(member).nextSibling;
+    return member != JsonTree::none;
+}
+
 } // namespace
 
 LanguageTexts::LanguageTexts(const QJsonObject& document)
@@ -34,9 +42,11 @@ LanguageTexts::LanguageTexts(const QJsonObject& document)
 
 LanguageTexts::LanguageTexts(const JsonTree& tree)
 {
-    if (tree.size() > 0)
-        addNodes(QString(), tree,
-                 tree.child(JsonTree::root, LanguageDefinitions::getJsonContentName()));
+    const int content = tree.size() == 0
+                            ? JsonTree::none
+                            : tree.child(JsonTree::root, LanguageDefinitions::getJsonContentName());
+    if (tree.isObject(content))
+        addNodes(QString(), tree, content);
     indexEntries();
 }
 
@@ -75,11 +85,9 @@ void LanguageTexts::addNode(const QString& url, const QJsonObject& node)
 
 void LanguageTexts::addNodes(const QString& prefix, const JsonTree& tree, int nodes)
 {
-    if (!tree.isObject(nodes))
-        return;
     for (int node = tree.firstChild(nodes); node != JsonTree::none;
          node = tree.at(node).nextSibling) {
-        if (!tree.isObject(node))
+        if (!tree.isObject(node) || tree.at(node).isReplaced)
             continue;
         const QString key = tree.keyOf(node);
         if (isInUrls(key))
@@ -96,8 +104,9 @@ void LanguageTexts::addNode(const QString& url, const JsonTree& tree, int node)
             {url, tree.stringOf(text), tree.stringOf(comment), tree.isString(comment), text});
     }
     const int childs = tree.child(node, keys().childs);
-    addNodes(url + LanguageDefinitions::getUrlSeparator(), tree,
-             childs == JsonTree::none ? node : childs);
+    const int nodes = childs == JsonTree::none ? node : childs;
+    if (hasObjects(tree, nodes))
+        addNodes(url + LanguageDefinitions::getUrlSeparator(), tree, nodes);
 }
 
 void LanguageTexts::indexEntries()

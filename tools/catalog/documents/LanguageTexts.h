@@ -22,7 +22,7 @@ public:
     /** No texts. */
     LanguageTexts() = default;
     explicit LanguageTexts(const QJsonObject& document);
-    /** @param tree sound, and without repeated keys; without nodes it has no texts. */
+    /** @param tree sound; without nodes it has no texts. */
     explicit LanguageTexts(const JsonTree& tree);
 
     /** All texts: of an object each group in the order of the keys, of a tree as they stand. */

@@ -6,12 +6,26 @@
 
 #include <QJsonDocument>
 
+#include <cstring>
+
 namespace
 {
 
-bool isContainer(JsonTree::Type type)
+/** Whether a node has the same key, and the same value, or the same place of its members. */
+bool isSameNode(const JsonTree& before, const JsonTree& after, int node)
 {
-    return type == JsonTree::Type::Object || type == JsonTree::Type::Array;
+    const JsonTree::Node& one = before.at(node);
+    const JsonTree::Node& other = after.at(node);
+    const auto isAlike = [&](int begin, int end, int otherBegin, int otherEnd) {
+        return end - begin == otherEnd - otherBegin &&
+               std::memcmp(before.bytes().constData() + begin,
+                           after.bytes().constData() + otherBegin,
+                           static_cast<std::size_t>(end - begin)) == 0;
+    };
+    const bool isContainer = one.type <= JsonTree::Type::Array;
+    return one.type == other.type && one.parent == other.parent &&
+           isAlike(one.keyBegin, one.keyEnd, other.keyBegin, other.keyEnd) &&
+           (isContainer || isAlike(one.valueBegin, one.valueEnd, other.valueBegin, other.valueEnd));
 }
 
 /** Whether two trees differ in these strings only. */
@@ -21,14 +35,10 @@ bool isSameBut(const QMap<int, QString>& strings, const JsonTree& before, const 
         return false;
     auto string = strings.begin();
     for (int node = 0; node < before.size(); ++node) {
-        const JsonTree::Type type = before.typeOf(node);
         const bool isReplaced = string != strings.end() && string.key() == node;
-        const bool isSame =
-            isReplaced ? after.stringOf(node) == *string
-                       : isContainer(type) || after.valueBytes(node) == before.valueBytes(node);
-        if (!isSame || after.typeOf(node) != type ||
-            after.at(node).parent != before.at(node).parent ||
-            after.at(node).keyHash != before.at(node).keyHash)
+        const bool isRight = isReplaced ? after.isString(node) && after.stringOf(node) == *string
+                                        : isSameNode(before, after, node);
+        if (!isRight)
             return false;
         if (isReplaced)
             ++string;

@@ -64,10 +64,9 @@ std::optional<ExchangeTexts> ExchangeFolder::read(const QString& language, QStri
         fault = QStringLiteral("there is no language '%1' in %2; 'textmanager new' starts it.")
                     .arg(language, m_StrFolderPath) +
                 suggestNames(language, listLanguages(m_StrFolderPath));
-    const LanguageTexts texts(readLanguage(m_StrFolderPath, language, fault));
+    const LanguageTexts texts = readTexts(m_StrFolderPath, language, fault);
     const LanguageTexts shortTexts =
-        hasShortFolder() ? LanguageTexts(readLanguage(shortFolderPath(), language, fault))
-                         : LanguageTexts();
+        hasShortFolder() ? readTexts(shortFolderPath(), language, fault) : LanguageTexts();
     return fault.isEmpty() ? std::make_optional(beside(language, texts, shortTexts)) : std::nullopt;
 }
 
@@ -89,8 +88,8 @@ QString ExchangeFolder::shortFolderPath() const
 ExchangeSide ExchangeFolder::readBase(const QString& folderPath)
 {
     ExchangeSide side;
-    side.base = LanguageTexts(readLanguage(folderPath, m_StrBaseLanguage, m_StrFault));
-    side.lastFallback = LanguageTexts(readLanguage(folderPath, lastFallback(), m_StrFault));
+    side.base = readTexts(folderPath, m_StrBaseLanguage, m_StrFault);
+    side.lastFallback = readTexts(folderPath, lastFallback(), m_StrFault);
     const BaseTextRecord record = BaseTextRecord::readFrom(folderPath, m_StrFault);
     if (record.baseLanguage() == m_StrBaseLanguage)
         side.record = record;

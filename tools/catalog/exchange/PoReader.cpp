@@ -47,6 +47,12 @@ std::optional<QChar> readEscape(const QString& line, int& index)
     return std::nullopt;
 }
 
+/** Whether the character means something in a text between quotation marks. */
+bool isMark(QChar character)
+{
+    return character == QLatin1Char('\\') || character == QLatin1Char('"');
+}
+
 int skipBlanks(const QString& line, int index)
 {
     while (index < line.size() && line.at(index).isSpace())
@@ -175,10 +181,12 @@ void PoReader::readString(const QString& line, int start)
     }
     int index = start + 1;
     while (index < line.size() && line.at(index) != QLatin1Char('"')) {
-        if (line.at(index) != QLatin1Char('\\')) {
-            *m_pTarget += line.at(index++);
+        const int begin = index;
+        while (index < line.size() && !isMark(line.at(index)))
+            ++index;
+        m_pTarget->append(line.constData() + begin, index - begin);
+        if (index == line.size() || line.at(index) == QLatin1Char('"'))
             continue;
-        }
         ++index;
         const std::optional<QChar> character =
             index < line.size() ? readEscape(line, index) : std::nullopt;

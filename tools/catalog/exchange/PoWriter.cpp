@@ -114,10 +114,16 @@ void PoWriter::addEntry(const ExchangeUnit& unit)
 
 void PoWriter::addComment(const QString& text)
 {
-    for (const QString& line : showControls(text).split(lineFeed)) {
+    const QString shown = showControls(text);
+    for (int start = 0, end = 0; end < shown.size(); start = end + 1) {
+        const int next = shown.indexOf(lineFeed, start);
+        end = next < 0 ? shown.size() : next;
+        m_Text += QLatin1String("#. ");
+        m_Text.append(shown.constData() + start, end - start);
         // Of a backslash at its end, gettext makes one line of two, in comments also.
-        const bool needsEnd = line.endsWith(QLatin1Char('\\'));
-        m_Text += QLatin1String("#. ") + line + QLatin1String(needsEnd ? " \n" : "\n");
+        if (m_Text.endsWith(QLatin1Char('\\')))
+            m_Text += QLatin1Char(' ');
+        m_Text += lineFeed;
     }
 }
 

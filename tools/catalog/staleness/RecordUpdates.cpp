@@ -75,9 +75,9 @@ QString noteEditOfOther(const DocumentEdit& edit, BaseTextRecord& record)
 {
     QString fault;
     const LanguageTexts before(edit.document.documentAsRead());
-    const LanguageTexts base(readLanguage(edit.folderPath, record.baseLanguage(), fault));
-    const LanguageTexts lastFallback(readLanguage(
-        edit.folderPath, LanguageDefinitions::getSecondFallbackLanguageFilename(), fault));
+    const LanguageTexts base = readTexts(edit.folderPath, record.baseLanguage(), fault);
+    const LanguageTexts lastFallback =
+        readTexts(edit.folderPath, LanguageDefinitions::getSecondFallbackLanguageFilename(), fault);
     const LanguageTexts after(edit.document.document());
     for (const LanguageTexts::Entry& entry : after.entries()) {
         const QString ofBase = base.text(entry.url);
