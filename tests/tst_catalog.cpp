@@ -292,8 +292,10 @@ void CatalogTest::followsTheLayout_data()
         {"C":{"a":1}}                                 | C/0   | {"C":{"0":"t","a":1}}
         {\n#"C": {}\n}                              | C/a   | {\n#"C": {\n##"a": "t"\n#}\n}
         {\r\n  "C": {\r\n    "a": 1\r\n  }\r\n}      | C/b   | {\r\n  "C": {\r\n    "a": 1,\r\n    "b": "t"\r\n  }\r\n}
-        {\n "C": {\n  "a": { "x": 1, "b": 2 }\n }\n} | C/b/x | {\n "C": {\n  "a": { "x": 1, "b": 2 },\n  "b": { "x": "t" }\n }\n}
-        {\n "C": {\n  "a": {\n   "x": 1 }\n }\n}     | C/b/c | {\n "C": {\n  "a": {\n   "x": 1 },\n  "b": {\n   "c": "t" }\n }\n}
+        {\n "C": {\n  "a": { "x": 1, "b": 2 }\n }\n} | C/b/x
+        .. | {\n "C": {\n  "a": { "x": 1, "b": 2 },\n  "b": { "x": "t" }\n }\n}
+        {\n "C": {\n  "a": {\n   "x": 1 }\n }\n}     | C/b/c
+        .. | {\n "C": {\n  "a": {\n   "x": 1 },\n  "b": {\n   "c": "t" }\n }\n}
     )");
 }
 
