@@ -152,7 +152,7 @@ void ReliabilityTerminalsTest::staysInTheFolder_data()
         rename DIR/l A B --short-folder DIR/x             | is no folder below DIR
         pack DIR/l -o DIR/p --short-folder a/../../x      | is no folder below DIR
         get DIR/l A --short --short-folder ../x           | is no folder below DIR
-        rename DIR/settings A B                           | renamed in
+        import DIR/settings DIR/x/in.tsv                  | name the folder of the short texts
     )");
 }
 
@@ -160,7 +160,8 @@ void ReliabilityTerminalsTest::staysInTheFolder()
 {
     const LanguageFiles folder;
     const QByteArray file = R"({"Header": {}, "Content": {"A": {"text": "a", "comment": "c"}}})";
-    for (const QString name : {"l/en_US", "l/de_DE", "x/en_US", "x/de_DE", "settings/en_US"})
+    for (const QString name :
+         {"l/en_US", "l/de_DE", "x/en_US", "x/de_DE", "settings/en_US", "settings/de_DE"})
         folder.write(name, file);
     folder.writePath(folder.path() + "settings/.textmanager-check.json",
                      R"({"shortFolder": "../x"})");
