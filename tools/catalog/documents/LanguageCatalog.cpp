@@ -4,6 +4,7 @@
 #include "RegularFile.h"
 
 #include "PropertyManagerConst.h"
+#include "TextKey.h"
 
 #include <QDir>
 #include <QFile>
@@ -77,7 +78,7 @@ void LanguageCatalog::addFolder(const QString& folderPath, const QString& subFol
     const QString path = withSeparator(folderPath) + subFolder;
     QString fault;
     const QFileInfoList entries = listLanguageFiles(path, fault);
-    QHash<QString, int> filesOfLanguages;
+    QHash<TextKey, int> filesOfLanguages;
     for (const QFileInfo& entry : entries)
         ++filesOfLanguages[entry.baseName()];
     for (const QFileInfo& entry : entries) {
@@ -85,7 +86,7 @@ void LanguageCatalog::addFolder(const QString& folderPath, const QString& subFol
         if (!isKnown || filesOfLanguages.value(language) > 1 || !isKnown(language, isShort))
             addFile(entry.filePath(), prefix + entry.fileName(), language, isShort);
     }
-    QSet<QString> listedNames;
+    QSet<TextKey> listedNames;
     for (const QFileInfo& entry : entries)
         listedNames.insert(entry.fileName());
     addNamesThatNobodyLoads(path, prefix, listedNames);
@@ -120,7 +121,7 @@ void LanguageCatalog::addFile(const QString& path, const QString& file, const QS
 
 /** Qt lists no names that are no UTF-8, no links that lead nowhere, and no FIFOs and devices. */
 void LanguageCatalog::addNamesThatNobodyLoads(const QString& folderPath, const QString& prefix,
-                                              const QSet<QString>& listedNames)
+                                              const QSet<TextKey>& listedNames)
 {
     const QString extension = PropertyManagerConst::getLanguageFileExtension();
     for (const QByteArray& name : readFolder(folderPath).names) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "LanguageTexts.h"
+
+#include <QByteArray>
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
@@ -12,6 +15,13 @@ QStringList listLanguages(const QString& folderPath, QString& fault);
 /** Those that could be listed: enough to suggest one of them. */
 QStringList listLanguages(const QString& folderPath);
 
+/** Whether @p name is that of a folder below another one, whatever is there: it may come from a
+ * stranger's file of settings, and must not lead out. */
+bool isSubFolder(const QString& name);
+
+/** The document that a text manager makes of a file's bytes; an empty one when they are no JSON. */
+QJsonObject parseLanguage(QByteArray bytes);
+
 /**
  * Reads the document of a language as a text manager does.
  *
@@ -19,3 +29,6 @@ QStringList listLanguages(const QString& folderPath);
  * What it holds already stays, and nothing is read then.
  */
 QJsonObject readLanguage(const QString& folderPath, const QString& language, QString& fault);
+
+/** The texts of a language, read as readLanguage() does. */
+LanguageTexts readTexts(const QString& folderPath, const QString& language, QString& fault);
