@@ -23,8 +23,9 @@ ChangeBurst::ChangeBurst(QObject* parent)
 
 void ChangeBurst::addInstance(const QString& instance)
 {
-    if (!m_Instances.contains(instance))
+    if (!m_KnownInstances.contains(instance))
         m_Instances.append(instance);
+    m_KnownInstances.insert(instance);
     wait();
 }
 
@@ -44,6 +45,7 @@ void ChangeBurst::wait()
 
 void ChangeBurst::tell()
 {
+    m_KnownInstances.clear();
     const QStringList instances = std::exchange(m_Instances, QStringList());
     const bool hasSomething = std::exchange(m_HasSomething, false);
     const QPointer<ChangeBurst> guard(this);

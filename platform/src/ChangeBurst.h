@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
@@ -32,6 +33,7 @@ private:
 
     QTimer m_Timer;
     QElapsedTimer m_SinceFirst;
-    QStringList m_Instances; ///< in the order in which they came
+    QStringList m_Instances;        ///< in the order in which they came
+    QSet<QString> m_KnownInstances; ///< the same, to be found at once
     bool m_HasSomething = false;
 };

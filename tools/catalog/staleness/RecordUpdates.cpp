@@ -84,7 +84,9 @@ QString noteEditOfOther(const DocumentEdit& edit, BaseTextRecord& record)
     for (const LanguageTexts::Entry& entry : after.entries()) {
         const QString ofBase = base.text(entry.url);
         const QString baseText = ofBase.isEmpty() ? lastFallback.text(entry.url) : ofBase;
-        const bool isChanged = entry.text != before.text(oldUrlOf(entry.url, edit.oldUrls));
+        // What was moved by an interrupted run has its new URL already.
+        const bool isChanged = entry.text != before.text(entry.url) &&
+                               entry.text != before.text(oldUrlOf(entry.url, edit.oldUrls));
         if (isChanged && !baseText.isEmpty())
             record.noteText(entry.url, edit.language, baseText);
     }

@@ -1,0 +1,252 @@
+#include "DeviceService.h"
+#include "LanguageFiles.h"
+#include "Table.h"
+#include "WarningCapture.h"
+
+#include "TextManager.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
+#include <QTimer>
+
+#include <algorithm>
+#include <future>
+
+namespace
+{
+
+const QString service = "Device.DeviceManager";
+
+/** A service, on a connection and in a thread of its own, that answers every call with one list. */
+class OddService : public QDBusVirtualObject
+{
+public:
+    explicit OddService(const QVariantList& answer)
+        : m_Answer(answer)
+        , m_Bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "odd"))
+    {
+        moveToThread(&m_Thread);
+        m_Thread.start();
+        m_Bus.registerVirtualObject("/Configuration", this);
+        m_Bus.registerService(service);
+    }
+    ~OddService() override
+    {
+        m_Bus.unregisterService(service);
+        QDBusConnection::disconnectFromBus("odd");
+        m_Thread.quit();
+        m_Thread.wait();
+    }
+    QString introspect(const QString&) const override { return QString(); }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override
+    {
+        return bus.send(message.createReply(m_Answer));
+    }
+
+private:
+    const QVariantList m_Answer;
+    QDBusConnection m_Bus;
+    QThread m_Thread;
+};
+
+void call(const QString& method, const QVariantList& arguments = {}, bool isWaitedFor = false)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(service, "/Configuration",
+                                                          "Interface.DeviceSimulator", method);
+    message.setArguments(arguments);
+    if (isWaitedFor)
+        QDBusConnection::sessionBus().call(message);
+    else
+        QDBusConnection::sessionBus().send(message);
+}
+
+/** The longest time in milliseconds that an event loop was away from its events. */
+class LongestAbsence : public QTimer
+{
+public:
+    LongestAbsence()
+    {
+        connect(this, &QTimer::timeout, this,
+                [this] { m_Longest = std::max(m_Longest, m_SinceLast.restart()); });
+        m_SinceLast.start();
+        start(0);
+    }
+    qint64 take() const { return m_Longest; }
+
+private:
+    QElapsedTimer m_SinceLast;
+    qint64 m_Longest = 0;
+};
+
+QString currentText(const TextManager& manager)
+{
+    return manager.getText("A", QString());
+}
+
+} // namespace
+
+/** What a service may do, and a bus may let happen. */
+class HostileBusTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void outlivesAServiceThatDiesDuringACall();
+    void takesWhateverIsAnswered_data();
+    void takesWhateverIsAnswered();
+    void isNotBuriedUnderChanges_data();
+    void isNotBuriedUnderChanges();
+    void followsTheOneWhoHasTheName();
+    void takesMegabytes();
+    void isDeletedWhileChangesAreUnderWay();
+
+private:
+    const LanguageFiles m_Files;
+};
+
+void HostileBusTest::initTestCase()
+{
+    for (const QByteArray key : {"de_DE", "en_US", "ja_JP"})
+        m_Files.write(key, R"({"Content": {"A": {"text": ")" + key + R"("}}})");
+}
+
+void HostileBusTest::outlivesAServiceThatDiesDuringACall()
+{
+    DeviceService device(DeviceService::withLanguage("\"de_DE\""));
+    TextManager manager(m_Files.path(), QString());
+    WarningCapture capture;
+    QElapsedTimer timer;
+    device.send(SIGSTOP);
+    timer.start();
+    auto language = std::async(std::launch::async, [&] { return manager.retrieveLanguageName(); });
+    device.end(SIGKILL); // it had the call, or never took it
+    QCOMPARE(language.get(), QString());
+    QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(currentText(manager), "de_DE");
+
+    device.restart(DeviceService::withLanguage("\"ja_JP\""));
+    QTRY_COMPARE(currentText(manager), "ja_JP");
+}
+
+void HostileBusTest::takesWhateverIsAnswered_data()
+{
+    QTest::addColumn<QVariantList>("answer");
+    QTest::addColumn<QString>("language");
+    QTest::newRow("nothing") << QVariantList() << "";
+    QTest::newRow("a text that is no variant") << QVariantList{"ja_JP"} << "ja_JP";
+    QTest::newRow("two values") << QVariantList{"ja_JP", 7} << "ja_JP";
+    QTest::newRow("a number") << QVariantList{7} << "7";
+    QTest::newRow("a list") << QVariantList{QStringList{"ja_JP"}} << "";
+    QTest::newRow("bytes") << QVariantList{QByteArray("\xff\0x", 3)} << "";
+    QTest::newRow("a map") << QVariantList{QVariantMap{{"a", 1}}} << "";
+    QTest::newRow("path parts that lead out") << QVariantList{"../../etc/passwd"} << "passwd";
+    QTest::newRow("only separators") << QVariantList{"////"} << "";
+}
+
+void HostileBusTest::takesWhateverIsAnswered()
+{
+    QFETCH(const QVariantList, answer);
+    QFETCH(const QString, language);
+    const OddService odd(answer);
+    WarningCapture capture;
+    const TextManager manager(m_Files.path(), QString());
+    QCOMPARE(manager.getLanguageName(), language);
+    QCOMPARE(currentText(manager), language == "ja_JP" ? "ja_JP" : "en_US");
+}
+
+void HostileBusTest::isNotBuriedUnderChanges_data()
+{
+    addTable(R"(changes                | most reloads
+        of everything              | 30
+        of the settings            | 30
+        of 10000 other instances   | 3
+    )");
+}
+
+/** 10,000 in a row are told a few times: as they come within 20 ms, and at least once a second. */
+void HostileBusTest::isNotBuriedUnderChanges()
+{
+    DeviceService device(DeviceService::withLanguage("\"de_DE\""));
+    const TextManager manager(m_Files.path(), QString());
+    QSignalSpy reloads(&manager, &TextManager::languageReloaded);
+    const LongestAbsence absence;
+    auto sender = std::async(std::launch::async, [] {
+        for (int change = 0; change < 10'000; ++change) {
+            const bool isLast = change == 9'999;
+            if (cell("changes") == "of everything")
+                call("announceConfigurationDataChange", {}, isLast);
+            else
+                call("announceConfigurationChange",
+                     {cell("changes") == "of the settings"
+                          ? QString("DeviceSettings/DeviceSettings")
+                          : QString("other/%1").arg(change)},
+                     isLast);
+        }
+    });
+    while (sender.wait_for(std::chrono::milliseconds(0)) != std::future_status::ready)
+        QCoreApplication::processEvents();
+    DeviceService::setLanguage("ja_JP");
+    QTRY_COMPARE(currentText(manager), "ja_JP");
+    QTest::qWait(100);
+    qInfo("10,000 changes: %d reloads, event loop away for at most %lld ms", reloads.count(),
+          static_cast<long long>(absence.take()));
+    QVERIFY(reloads.count() <= cell("most reloads").toInt());
+    reloads.clear();
+    QVERIFY(!reloads.wait(1100)); // nothing is left of them
+}
+
+/** Of two services the second is refused the name, and nobody hears it. */
+void HostileBusTest::followsTheOneWhoHasTheName()
+{
+    DeviceService device(DeviceService::withLanguage("\"de_DE\""));
+    TextManager manager(m_Files.path(), QString());
+    QSignalSpy reloads(&manager, &TextManager::languageReloaded);
+    {
+        const OddService second({"ja_JP"});
+        QDBusConnection bus("odd");
+        for (int change = 0; change < 1000; ++change)
+            bus.send(QDBusMessage::createSignal("/Configuration", "Interface.Configuration",
+                                                "configurationDataChanged"));
+        QVERIFY(!reloads.wait(300));
+        device.end(SIGKILL);
+    }
+    device.restart(DeviceService::withLanguage("\"ja_JP\""));
+    QTRY_COMPARE(currentText(manager), "ja_JP");
+}
+
+void HostileBusTest::takesMegabytes()
+{
+    const QByteArray megabytes(8'000'000, 'x');
+    const DeviceService device(DeviceService::withLanguage("\"a/" + megabytes + "\""));
+    const TextManager manager(m_Files.path(), QString());
+    QCOMPARE(manager.getLanguageName().size(), megabytes.size());
+    QCOMPARE(currentText(manager), "en_US");
+}
+
+void HostileBusTest::isDeletedWhileChangesAreUnderWay()
+{
+    DeviceService device(DeviceService::withLanguage("\"de_DE\""));
+    const auto useAndDelete = [this] {
+        for (int round = 0; round < 20; ++round) {
+            const TextManager manager(m_Files.path(), "de_DE");
+            call("announceConfigurationDataChange", {}, true); // is on its way to the manager
+            if (round % 2 == 0)
+                QCoreApplication::processEvents();
+        }
+    };
+    auto elsewhere = std::async(std::launch::async, useAndDelete);
+    useAndDelete();
+    elsewhere.get();
+    QTest::qWait(50);
+    const TextManager manager(m_Files.path(), QString());
+    QCOMPARE(currentText(manager), "de_DE");
+}
+
+QTEST_GUILESS_MAIN(HostileBusTest)
+#include "tst_hostile_bus.moc"
