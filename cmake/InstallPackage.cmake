@@ -1,30 +1,31 @@
-# The installed package: find_package(TextManagerLibrary) and the pkg-config module of that name.
+# The installed package: find_package(TextManagerLibrary), with Qt 6 TextManagerLibrary6, and the
+# pkg-config module of that name.
 
 include(CMakePackageConfigHelpers)
 
-set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/TextManagerLibrary)
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${TEXTMANAGER_PACKAGE})
 
 if(TEXTMANAGER_PLATFORM_PACKAGE)
   set(find_platform "find_dependency(${TEXTMANAGER_PLATFORM_PACKAGE})")
 endif()
 configure_package_config_file(
   ${CMAKE_CURRENT_LIST_DIR}/TextManagerLibraryConfig.cmake.in
-  ${PROJECT_BINARY_DIR}/TextManagerLibraryConfig.cmake
+  ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}Config.cmake
   INSTALL_DESTINATION ${package_dir}
   PATH_VARS CMAKE_INSTALL_BINDIR)
 write_basic_package_version_file(
-  ${PROJECT_BINARY_DIR}/TextManagerLibraryConfigVersion.cmake
+  ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}ConfigVersion.cmake
   COMPATIBILITY SameMinorVersion)
 install(FILES
   ${CMAKE_CURRENT_LIST_DIR}/TextManagerKeys.cmake
-  ${PROJECT_BINARY_DIR}/TextManagerLibraryConfig.cmake
-  ${PROJECT_BINARY_DIR}/TextManagerLibraryConfigVersion.cmake
+  ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}Config.cmake
+  ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}ConfigVersion.cmake
   DESTINATION ${package_dir})
-install(EXPORT TextManagerLibraryTargets NAMESPACE TextManagerLibrary:: DESTINATION ${package_dir})
+install(EXPORT ${TEXTMANAGER_PACKAGE}Targets NAMESPACE ${TEXTMANAGER_PACKAGE}:: DESTINATION ${package_dir})
 foreach(addon Messages Quick)
   if(TARGET TextManagerLibrary::${addon})
-    install(EXPORT TextManagerLibrary${addon}Targets
-      NAMESPACE TextManagerLibrary:: DESTINATION ${package_dir})
+    install(EXPORT ${TEXTMANAGER_PACKAGE}${addon}Targets
+      NAMESPACE ${TEXTMANAGER_PACKAGE}:: DESTINATION ${package_dir})
   endif()
 endforeach()
 
@@ -38,16 +39,16 @@ if(TEXTMANAGER_PLATFORM_PACKAGE)
     set(pc_platform_libs "$<TARGET_LINKER_FILE:${TEXTMANAGER_PLATFORM_TARGET}>")
   endif()
 else()
-  set(pc_platform_cflags "-I\${includedir}/TextManagerLibrary/platform")
-  set(pc_platform_libs "-lTextManagerReferencePlatform")
+  set(pc_platform_cflags "-I\${includedir}/${TEXTMANAGER_PACKAGE}/platform")
+  set(pc_platform_libs "-lTextManagerReferencePlatform${TEXTMANAGER_SUFFIX}")
 endif()
 file(RELATIVE_PATH prefix_from_pc_file
   ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(
   ${CMAKE_CURRENT_LIST_DIR}/TextManagerLibrary.pc.in
-  ${PROJECT_BINARY_DIR}/TextManagerLibrary.pc.configured @ONLY)
+  ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}.pc.configured @ONLY)
 file(GENERATE
-  OUTPUT ${PROJECT_BINARY_DIR}/TextManagerLibrary.pc
-  INPUT ${PROJECT_BINARY_DIR}/TextManagerLibrary.pc.configured)
-install(FILES ${PROJECT_BINARY_DIR}/TextManagerLibrary.pc
+  OUTPUT ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}.pc
+  INPUT ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}.pc.configured)
+install(FILES ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

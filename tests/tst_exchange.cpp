@@ -264,6 +264,7 @@ void ExchangeTest::refuses_data()
         tsv    | \xff                                           | 0:0    | is not encoded in UTF-8
         tsv    | URL#en                                         | 1:1    | found URL, en.
         tsv    | URL#en#de#fr                                   | 1:1    | the first row has to name the columns
+        tsv    | URL# en#de \nA#"b                              | 2:1    | the quotation marks of this row
         tsv    | URL#en#de\nA#"b                                | 2:1    | the quotation marks of this row
         tsv    | URL#en#de\nA#"b"c#d                            | 2:1    | the quotation marks of this row
     )");

@@ -3,6 +3,7 @@
 #include "FileCheck.h"
 #include "LanguageDocument.h"
 #include "RegularFile.h"
+#include "TextKey.h"
 
 #include "LanguageDefinitions.h"
 
@@ -49,7 +50,7 @@ QStringList listLanguages(const QString& folderPath)
         if (entry.isFile())
             languages.append(entry.baseName());
     }
-    languages.removeDuplicates();
+    removeRepeated(languages);
     return languages;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "JsonTree.h"
+#include "TextKey.h"
 
 #include <QHash>
 #include <QJsonObject>
@@ -41,6 +42,6 @@ private:
     void indexEntries();
 
     QVector<Entry> m_Entries;
-    QHash<QString, int> m_Indexes; ///< of the entries, by URL
+    QHash<TextKey, int> m_Indexes; ///< of the entries, by URL
 };
 Q_DECLARE_TYPEINFO(LanguageTexts::Entry, Q_MOVABLE_TYPE);

@@ -1,5 +1,7 @@
 #include "JsonLayout.h"
 
+#include "TextKey.h"
+
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -149,7 +151,7 @@ QStringList JsonLayout::keysInOrder(const QJsonObject& object, int model) const
         keysOfModel.append(m_Tree.keyOf(member));
     if (std::is_sorted(keysOfModel.begin(), keysOfModel.end()))
         return keys;
-    QHash<QString, int> positions;
+    QHash<TextKey, int> positions;
     for (const QString& key : qAsConst(keysOfModel))
         positions.insert(key, positions.size());
     const auto positionOf = [&](const QString& key) {

@@ -3,6 +3,7 @@
 #include "ComparingChecks_p.h"
 #include "MessageChecks_p.h"
 #include "TextChecks.h"
+#include "TextKey.h"
 #include "WritingRules.h"
 
 #include <QHash>
@@ -136,7 +137,7 @@ private:
     const ImportOptions m_Options;
     const WritingRules m_Rules;
     const WritingRules m_RulesOfBase;
-    QHash<QPair<QString, bool>, int> m_Lines; ///< where each text stood
+    QHash<QPair<TextKey, bool>, int> m_Lines; ///< where each text stood
     ImportPlan m_Plan;
 };
 

@@ -1,6 +1,7 @@
 #include "TsvFormat.h"
 
 #include "ExchangeEncoding.h"
+#include "TextKey.h"
 #include "TsvRows.h"
 #include "VisibleControls.h"
 
@@ -77,7 +78,7 @@ struct Columns {
     /** @return what is wrong with the titles; empty when they can be used. */
     QString read(const QStringList& titles)
     {
-        QStringList others;
+        QVector<int> others;
         for (int column = 0; column < titles.size(); ++column) {
             const QString title = titles.at(column).trimmed();
             if (title == urlTitle())
@@ -85,15 +86,15 @@ struct Columns {
             else if (title == shortTextTitle())
                 shortText = column;
             else if (!title.isEmpty() && title != commentTitle())
-                others.append(title);
+                others.append(column);
         }
         if (url < 0 || others.size() != 2)
             return QStringLiteral("the first row has to name the columns: URL, the key of the base "
                                   "language, the key of the language, comment, short text; found "
                                   "%1.")
                 .arg(titles.join(QStringLiteral(", ")));
-        baseText = titles.indexOf(others.first());
-        text = titles.indexOf(others.last(), baseText + 1);
+        baseText = others.first();
+        text = others.last();
         return QString();
     }
 };
@@ -119,8 +120,8 @@ void appendUnits(const QStringList& cells, const Columns& columns, int line, Exc
 
 QByteArray TsvFormat::write(const ExchangeFile& file) const
 {
-    QHash<QString, const ExchangeUnit*> shortUnits;
-    QSet<QString> fullUrls;
+    QHash<TextKey, const ExchangeUnit*> shortUnits;
+    QSet<TextKey> fullUrls;
     for (const ExchangeUnit& unit : file.units) {
         if (unit.isShort)
             shortUnits.insert(unit.url, &unit);
@@ -163,8 +164,8 @@ std::optional<ExchangeFault> TsvFormat::read(const QByteArray& bytes, ExchangeFi
             const QString fault = columns.read(*cells);
             if (!fault.isEmpty())
                 return ExchangeFault{{line, 1}, fault};
-            file.baseLanguage = cells->at(columns.baseText);
-            file.language = cells->at(columns.text);
+            file.baseLanguage = cells->at(columns.baseText).trimmed();
+            file.language = cells->at(columns.text).trimmed();
         } else if (!cells->join(QString()).isEmpty()) {
             appendUnits(*cells, columns, line, file);
         }

@@ -19,10 +19,10 @@
 namespace
 {
 
-constexpr QLatin1String dataTypeOption("data-type");
-constexpr QLatin1String keysOption("keys");
-constexpr QLatin1String deleteOption("delete-text-url");
-constexpr QLatin1String linesOption("lines");
+const QLatin1String dataTypeOption("data-type");
+const QLatin1String keysOption("keys");
+const QLatin1String deleteOption("delete-text-url");
+const QLatin1String linesOption("lines");
 
 /** What is wrong with the options that choose the keys; empty when nothing is. */
 QString configure(TextIdTranslation& translation, const CommandLine& commandLine)
@@ -121,12 +121,12 @@ bool reportMisses(const TextIdTranslation& translation, const LanguageFolder& fo
         return false;
     printMessage(QStringLiteral("unknown text ids, for which the empty text was written: %1")
                      .arg(translation.missCount()));
-    const QStringList urls = folder.collectAllUrls();
+    NameSuggestions suggestions([&] { return folder.collectAllUrls(); });
     for (const QString& textId : translation.missedTextIds())
         printMessage(
             QStringLiteral("%1: no text (%2).")
                 .arg(textId, folder.explainMiss(textId, LanguageFolder::Wanted::Text, language)) +
-            suggestNames(textId, urls));
+            suggestions.suggest(textId));
     return true;
 }
 

@@ -35,6 +35,7 @@ QStringList urlsOf(const LanguageTexts& texts)
 std::optional<QVector<Mark>> findMarks(const QStringList& urls, const ExchangeTexts& texts)
 {
     QVector<Mark> marks;
+    NameSuggestions suggestions([&] { return urlsOf(texts.full.language); });
     bool areAllThere = true;
     for (const QString& url : urls) {
         const int before = marks.size();
@@ -46,7 +47,7 @@ std::optional<QVector<Mark>> findMarks(const QStringList& urls, const ExchangeTe
             continue;
         areAllThere = false;
         printMessage(QStringLiteral("%1: there is no text to mark.").arg(url) +
-                     suggestNames(url, urlsOf(texts.full.language)));
+                     suggestions.suggest(url));
     }
     return areAllThere ? std::make_optional(marks) : std::nullopt;
 }
