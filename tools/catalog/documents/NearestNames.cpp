@@ -10,20 +10,31 @@
 namespace
 {
 
-/** How many characters must be added, removed or changed to make one text of the other. */
-int editDistance(const QString& from, const QString& to)
+/**
+ * How many characters must be added, removed or changed to make one text of the other; where that
+ * is more than @p most, just some number that is more. So far from its place, no character is
+ * looked at.
+ */
+int editDistance(const QString& from, const QString& to, int most)
 {
-    QVector<int> costs(to.size() + 1);
-    for (int column = 0; column <= to.size(); ++column)
+    const int tooFar = most + 1;
+    QVector<int> costs(to.size() + 1, tooFar);
+    for (int column = 0; column <= std::min(most, to.size()); ++column)
         costs[column] = column;
     for (int row = 1; row <= from.size(); ++row) {
-        int diagonal = costs.at(0);
-        costs[0] = row;
-        for (int column = 1; column <= to.size(); ++column) {
+        const int first = std::max(1, row - most);
+        int diagonal = costs.at(first - 1);
+        int cost = first == 1 ? std::min(row, tooFar) : tooFar;
+        int least = costs[first - 1] = cost;
+        for (int column = first; column <= std::min(row + most, to.size()); ++column) {
             const int change = from.at(row - 1) == to.at(column - 1) ? diagonal : diagonal + 1;
             diagonal = costs.at(column);
-            costs[column] = std::min({change, diagonal + 1, costs.at(column - 1) + 1});
+            cost = std::min({change, diagonal + 1, cost + 1});
+            costs[column] = cost;
+            least = std::min(least, cost);
         }
+        if (least > most)
+            return tooFar;
     }
     return costs.last();
 }
@@ -40,7 +51,7 @@ public:
     explicit Wanted(const QString& name)
         : m_Name(name.toCaseFolded())
         , m_LastKey(lastKey(m_Name))
-        , m_Farthest(std::max(std::min(2, name.size() - 1), name.size() / 4))
+        , m_Farthest(std::max(std::min(2, name.size() - 1), std::min(name.size() / 4, mostSlips)))
     {
     }
 
@@ -60,8 +71,10 @@ private:
     int boundedDistance(const QString& from, const QString& to) const
     {
         const int atLeast = std::abs(from.size() - to.size());
-        return atLeast > m_Farthest ? atLeast : editDistance(from, to);
+        return atLeast > m_Farthest ? atLeast : editDistance(from, to, m_Farthest);
     }
+
+    static constexpr int mostSlips = 8; // in one name, however long it is
 
     const QString m_Name;
     const QString m_LastKey;
