@@ -105,11 +105,16 @@ ExitStatus runPseudo(const CommandLine& commandLine)
         if (all.back().editor == nullptr)
             return UnusableInput;
     }
-    for (const Made& made : all) {
-        if (!commandLine.isDryRun() && !saveEditor(*made.editor))
-            return UnusableInput;
-        print(made, commandLine.isJsonWanted());
+    std::vector<LanguageFileEditor*> editors;
+    for (const Made& made : all)
+        editors.push_back(made.editor.get());
+    const QString fault = commandLine.isDryRun() ? QString() : LanguageFileEditor::saveAll(editors);
+    if (!fault.isEmpty()) {
+        printMessage(fault);
+        return UnusableInput;
     }
+    for (const Made& made : all)
+        print(made, commandLine.isJsonWanted());
     return Done;
 }
 
