@@ -1,7 +1,6 @@
 #include "AnswerMemory_p.h"
 
-#define XXH_INLINE_ALL
-#include <xxhash.h>
+#include "TextHash_p.h"
 
 namespace
 {
@@ -16,12 +15,6 @@ constexpr int mostCharacters = 512; // of one of them: language key and URL
 QString ownCopy(const QString& text)
 {
     return QString(text.constData(), text.size());
-}
-
-XXH64_hash_t hashOf(const QString& text, XXH64_hash_t seed)
-{
-    const std::size_t byteCount = static_cast<std::size_t>(text.size()) * sizeof(QChar);
-    return XXH64(text.constData(), byteCount, seed);
 }
 
 } // namespace
@@ -70,7 +63,8 @@ const AnswerMemory::Language* AnswerMemory::findLanguageAnew(const QString& key)
 
 uint qHash(const AnswerMemory::Question& question, uint seed)
 {
-    return static_cast<uint>(hashOf(question.textUrl, hashOf(question.languageKey, seed)));
+    static const TextHash hash;
+    return static_cast<uint>(hash(question.languageKey, question.textUrl)) ^ seed;
 }
 
 const LookUpAnswer* AnswerMemory::findMissing(const QString& languageKey,

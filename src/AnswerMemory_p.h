@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <unordered_map>
+#include <map>
 
 /**
  * Answers of one kind of look-up by language and text URL, so that a text that is asked for again
@@ -76,7 +76,7 @@ private:
         return document == nullptr ? source.isEmpty()
                                    : std::memcmp(document, &source, sizeof source) == 0;
     }
-    /** Where a language was found last, so that it is found without a hash. */
+    /** Where a language was found last, so that it is found without a search. */
     struct RecentLanguage {
         QString key;
         const Language* language = nullptr;
@@ -90,7 +90,6 @@ private:
             return textUrl == other.textUrl && languageKey == other.languageKey;
         }
     };
-    /** Not Qt's, with which a client could make up many questions of one hash. */
     friend uint qHash(const Question& question, uint seed);
 
     const Language* findLanguage(const QString& key)
@@ -112,7 +111,7 @@ private:
     void rememberMissing(const QString& languageKey, const QString& textUrl,
                          const LookUpAnswer& answer);
 
-    std::unordered_map<QString, Language> m_Languages;
+    std::map<QString, Language> m_Languages;
     QHash<Question, LookUpAnswer> m_Missing;
     std::array<RecentLanguage, 16> m_RecentLanguages;
 };

@@ -8,7 +8,7 @@ void AnswerTable::insert(const QString& textUrl, const LookUpAnswer& answer)
     if (2 * m_Count >= m_Slots.size())
         grow();
     ++m_Count;
-    put({hashOf(textUrl), Entry::make(textUrl, answer)});
+    put({m_Hash(textUrl), Entry::make(textUrl, answer)});
 }
 
 AnswerTable::Entry::Pointer AnswerTable::Entry::make(const QString& textUrl,

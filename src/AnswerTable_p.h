@@ -1,8 +1,8 @@
 #pragma once
 
 #include "LookUpDocuments_p.h"
+#include "TextHash_p.h"
 
-#include <QHash>
 #include <QString>
 
 #include <cstring>
@@ -30,7 +30,7 @@ public:
     {
         if (m_Slots.empty())
             return nullptr;
-        const uint hash = hashOf(textUrl);
+        const quint64 hash = m_Hash(textUrl);
         for (std::size_t i = firstSlot(hash); m_Slots[i].entry != nullptr; i = slotAfter(i)) {
             if (m_Slots[i].hash == hash && m_Slots[i].entry->isFor(textUrl))
                 return &m_Slots[i].entry->answer;
@@ -61,7 +61,7 @@ private:
         int urlSize;
     };
     struct Slot {
-        uint hash = 0;
+        quint64 hash = 0;
         Entry::Pointer entry; ///< null where the slot is free
     };
 
@@ -69,8 +69,7 @@ private:
     {
         return static_cast<std::size_t>(textUrl.size()) * sizeof(QChar);
     }
-    uint hashOf(const QString& textUrl) const { return qHash(textUrl, m_Seed); }
-    std::size_t firstSlot(uint hash) const { return hash & (m_Slots.size() - 1); }
+    std::size_t firstSlot(quint64 hash) const { return hash & (m_Slots.size() - 1); }
     std::size_t slotAfter(std::size_t i) const { return (i + 1) & (m_Slots.size() - 1); }
     void put(Slot slot);
     void grow();
@@ -78,6 +77,5 @@ private:
     /** A power of two of them, at most half of them taken. */
     std::vector<Slot> m_Slots;
     std::size_t m_Count = 0;
-    /** Another in each process, and never 0, with which Qt takes a slower hash. */
-    uint m_Seed = static_cast<uint>(qGlobalQHashSeed()) | 1U;
+    TextHash m_Hash;
 };

@@ -30,7 +30,13 @@ bool TranslateableTextHelper::setTranslateableTextObject(const QMap<QString, QVa
 
 bool TranslateableTextHelper::setTranslateableTextObject(const QJsonObject& object)
 {
-    return setTranslateableTextObject(object.toVariantMap());
+    // What lies below a member is no text, and may be too deep to be made variants of.
+    QVariantMap texts;
+    for (auto member = object.constBegin(); member != object.constEnd(); ++member) {
+        const bool isContainer = member.value().isObject() || member.value().isArray();
+        texts.insert(member.key(), isContainer ? QVariant() : member.value().toVariant());
+    }
+    return setTranslateableTextObject(texts);
 }
 
 bool TranslateableTextHelper::setTranslateableTextObject(const QVariant& variant)

@@ -179,6 +179,7 @@ void CatalogTest::faults_data()
         {"Content": {"M": "\q"}}                                 | malformed-json 1:20           | yes
         {"Content": {"M": {"text": "a",}}}                       | malformed-json 1:32           | no
         {"Content": {"M": {"text": "ä?"}}}                       | not-utf8 1:30                 | no
+        ~{"Content": {}}                                         | not-utf8 1:1                  | no
         {"Content": {"M": {"n": 1e999}}}                         | malformed-json 1:25           | no
         {"Content": {}} {                                        | malformed-json 1:17           | no
         "Content"                                                | malformed-json 1:1            | no
@@ -195,7 +196,8 @@ void CatalogTest::faults_data()
 
 void CatalogTest::faults()
 {
-    const QByteArray bytes = cell("bytes").toUtf8().replace('#', '\t').replace('?', '\xff');
+    const QByteArray bytes =
+        cell("bytes").toUtf8().replace('#', '\t').replace('?', '\xff').replace('~', '\x90');
     for (const QByteArray mark : {"", "\xEF\xBB\xBF"}) {
         const LanguageDocument document(mark + bytes);
         QCOMPARE(shown(document.findFaults()), cell("faults"));
@@ -290,8 +292,10 @@ void CatalogTest::followsTheLayout_data()
         {"C":{"a":1}}                                 | C/0   | {"C":{"0":"t","a":1}}
         {\n#"C": {}\n}                              | C/a   | {\n#"C": {\n##"a": "t"\n#}\n}
         {\r\n  "C": {\r\n    "a": 1\r\n  }\r\n}      | C/b   | {\r\n  "C": {\r\n    "a": 1,\r\n    "b": "t"\r\n  }\r\n}
-        {\n "C": {\n  "a": { "x": 1, "b": 2 }\n }\n} | C/b/x | {\n "C": {\n  "a": { "x": 1, "b": 2 },\n  "b": { "x": "t" }\n }\n}
-        {\n "C": {\n  "a": {\n   "x": 1 }\n }\n}     | C/b/c | {\n "C": {\n  "a": {\n   "x": 1 },\n  "b": {\n   "c": "t" }\n }\n}
+        {\n "C": {\n  "a": { "x": 1, "b": 2 }\n }\n} | C/b/x
+        .. | {\n "C": {\n  "a": { "x": 1, "b": 2 },\n  "b": { "x": "t" }\n }\n}
+        {\n "C": {\n  "a": {\n   "x": 1 }\n }\n}     | C/b/c
+        .. | {\n "C": {\n  "a": {\n   "x": 1 },\n  "b": {\n   "c": "t" }\n }\n}
     )");
 }
 

@@ -89,7 +89,8 @@ void ChecksTest::translations_data()
         {who} has {n}              | {n} hat {wer}                 | de_DE | placeholders-differ@8
         50% full                   | %50 dolu                      | tr_TR |
         50 % in it                 | 50 % dans                     | fr_FR |
-        {n, plural, one {# file} other {# files}} | {n, plural, one {# plik} few {# pliki} many {# plików} other {# pliku}} | pl_PL |
+        {n, plural, one {# file} other {# files}}
+        .. | {n, plural, one {# plik} few {# pliki} many {# plików} other {# pliku}} | pl_PL |
         {n, plural, one {# file} other {# files}} | {n, plural, one {# plik} other {# pliku}} | pl_PL | plural-missing@0
         {n, plural, one {# file} other {# files}} | {n, plural, other {ファイル#個}} | ja_JP |
         {n, plural, one {# file} other {# files}} | {n, plural, one {# Datei} andere} | de_DE | message-syntax@26

@@ -131,27 +131,51 @@ void JsonTranslationTest::translates_data()
 {
     addTable(
         R"(steps                | object                                             | result | warnings
-        type 1                       | {"labelTextId":"B"}                                | {"label":"b","labelShort":"s","labelTextId":"B"} |
-        type 1                       | {"labelTextId":"C"}                                | {"label":"c","labelShort":"c","labelTextId":"C"} |
-        type 1; delete               | {"labelTextId":"B","label":""}                     | {"label":"b","labelShort":"s","labelTextId":""} |
-        type 1; delete               | {"labelTextId":"B","label":"kept"}                 | {"label":"kept","labelTextId":"B"} |
-        type 1; delete               | {"labelTextId":"None"}                             | {"label":"","labelShort":"","labelTextId":""} |
-        type 1                       | {"labelTextId":"B","label":null}                   | {"label":"b","labelShort":"s","labelTextId":"B"} | JsonValue for 'Text' does not contain a string!
-        type 1; delete               | {"labelTextId":7,"label":8}                        | {"label":8,"labelTextId":7} | JsonValue for 'Text' does not contain a string!\nJsonValue for 'TextId' does not contain a string!
-        type 1; delete               | {"labelTextUrl":"x","labelTextId":"B","label":"o"} | {"label":"dynamic","labelTextId":"B","labelTextUrl":"x"} |
-        type 1                       | {"labelTextUrl":""}                                | {"label":"dynamic","labelTextUrl":""} |
-        type 1                       | {"labelTextUrl":"nowhere","labelTextId":"A","label":"o"} | {"label":"a","labelShort":"a","labelTextId":"A","labelTextUrl":"nowhere"} | Unable to read value for url "nowhere" !
-        type 1                       | {"labelTextUrl":7,"label":"o"}                     | {"label":"o","labelTextUrl":7} | Json value for labelTextUrl does not contain a string: QJsonValue(double, 7) !
-        type 2; delete               | {"labelTextUrl":7,"labelTextId":"A","labelText":8} | {"labelText":"a","labelTextId":"","labelTextUrl":7} |
-        type 3; type 3; delete       | {"labelTextUrl":"x","labelTextId":"B","labelText":"o"} | {"labelText":"b","labelTextId":"","labelTextUrl":"x"} |
-        type 4                       | {"labelTextId":"A","labelText":"kept","valueTextId":"B","valueText":""} | {"labelText":"kept","labelTextId":"A","valueText":"b","valueTextId":"B","valueTextShort":"s"} |
-        type 4                       | {"valueTextId":"B","valueText":"kept"}             | {"valueText":"kept","valueTextId":"B"} |
-        type 4; delete               | {"valueTextId":[],"labelTextId":"B"}               | {"labelText":"b","labelTextId":"","labelTextShort":"s","valueTextId":[]} | JsonValue for 'TextId' does not contain a string!
-        type 1; type 5               | {"labelTextUrl":"x","labelTextId":"B"}             | {"label":"b","labelShort":"s","labelTextId":"B","labelTextUrl":"x"} | Received unknown data type: 5 !
-        type 0; type -1              | {"labelTextUrl":"x","labelTextId":"B"}             | {"labelTextId":"B","labelTextUrl":"x"} | Received unknown data type: 0 !\nReceived unknown data type: -1 !
-        keys i:t:; type 4            | {"i":"A","valueTextId":"A"}                        | {"i":"A","valueText":"a","valueTextId":"A","valueTextShort":"a"} |
-        type 4; keys valueText:t:s   | {"valueTextId":"NameOfA"}                          | {"s":"a","t":"a","valueText":"A","valueTextId":"NameOfA","valueTextShort":"A"} |
-        keys i:t:; keys i::; delete  | {"i":"A","labelTextUrl":"x"}                       | {"":"","i":"","labelTextUrl":"x","t":"a"} |)");
+        type 1                       | {"labelTextId":"B"}
+        .. | {"label":"b","labelShort":"s","labelTextId":"B"} |
+        type 1                       | {"labelTextId":"C"}
+        .. | {"label":"c","labelShort":"c","labelTextId":"C"} |
+        type 1; delete               | {"labelTextId":"B","label":""}
+        .. | {"label":"b","labelShort":"s","labelTextId":""} |
+        type 1; delete               | {"labelTextId":"B","label":"kept"}
+        .. | {"label":"kept","labelTextId":"B"} |
+        type 1; delete               | {"labelTextId":"None"}
+        .. | {"label":"","labelShort":"","labelTextId":""} |
+        type 1                       | {"labelTextId":"B","label":null}
+        .. | {"label":"b","labelShort":"s","labelTextId":"B"} | JsonValue for 'Text' does not contain a string!
+        type 1; delete               | {"labelTextId":7,"label":8}                        | {"label":8,"labelTextId":7}
+        .. | JsonValue for 'Text' does not contain a string!\nJsonValue for 'TextId' does not contain a string!
+        type 1; delete               | {"labelTextUrl":"x","labelTextId":"B","label":"o"}
+        .. | {"label":"dynamic","labelTextId":"B","labelTextUrl":"x"} |
+        type 1                       | {"labelTextUrl":""}
+        .. | {"label":"dynamic","labelTextUrl":""} |
+        type 1                       | {"labelTextUrl":"nowhere","labelTextId":"A","label":"o"}
+        .. | {"label":"a","labelShort":"a","labelTextId":"A","labelTextUrl":"nowhere"}
+        .. | Unable to read value for url "nowhere" !
+        type 1                       | {"labelTextUrl":7,"label":"o"}
+        .. | {"label":"o","labelTextUrl":7}
+        .. | Json value for labelTextUrl does not contain a string: QJsonValue(double, 7) !
+        type 2; delete               | {"labelTextUrl":7,"labelTextId":"A","labelText":8}
+        .. | {"labelText":"a","labelTextId":"","labelTextUrl":7} |
+        type 3; type 3; delete       | {"labelTextUrl":"x","labelTextId":"B","labelText":"o"}
+        .. | {"labelText":"b","labelTextId":"","labelTextUrl":"x"} |
+        type 4                       | {"labelTextId":"A","labelText":"kept","valueTextId":"B","valueText":""}
+        .. | {"labelText":"kept","labelTextId":"A","valueText":"b","valueTextId":"B","valueTextShort":"s"} |
+        type 4                       | {"valueTextId":"B","valueText":"kept"}
+        .. | {"valueText":"kept","valueTextId":"B"} |
+        type 4; delete               | {"valueTextId":[],"labelTextId":"B"}
+        .. | {"labelText":"b","labelTextId":"","labelTextShort":"s","valueTextId":[]}
+        .. | JsonValue for 'TextId' does not contain a string!
+        type 1; type 5               | {"labelTextUrl":"x","labelTextId":"B"}
+        .. | {"label":"b","labelShort":"s","labelTextId":"B","labelTextUrl":"x"} | Received unknown data type: 5 !
+        type 0; type -1              | {"labelTextUrl":"x","labelTextId":"B"}
+        .. | {"labelTextId":"B","labelTextUrl":"x"} | Received unknown data type: 0 !\nReceived unknown data type: -1 !
+        keys i:t:; type 4            | {"i":"A","valueTextId":"A"}
+        .. | {"i":"A","valueText":"a","valueTextId":"A","valueTextShort":"a"} |
+        type 4; keys valueText:t:s   | {"valueTextId":"NameOfA"}
+        .. | {"s":"a","t":"a","valueText":"A","valueTextId":"NameOfA","valueTextShort":"A"} |
+        keys i:t:; keys i::; delete  | {"i":"A","labelTextUrl":"x"}
+        .. | {"":"","i":"","labelTextUrl":"x","t":"a"} |)");
 }
 
 void JsonTranslationTest::translates()
@@ -169,12 +193,18 @@ void JsonTranslationTest::asksTheDevice_data()
         DeviceManager:Configuration:I:U[1]    | dynamic | getDynamicText |
         DeviceManager:Configuration:I:number  | 7       | getDynamicText |
         DeviceManager:Configuration:I:blank   | a       | getDynamicText |
-        DeviceManager:Configuration:I:empty   | a       | getDynamicText | Received an invalid dynamic text value QVariant(QVariantList, ()) !
-        DeviceManager:Configuration:I:list    | a       | getDynamicText | Received an invalid dynamic text value QVariant(QVariantList, (QVariant(QString, "x"))) !
-        DeviceManager:Configuration:I:U       | a       | getDynamicText | Error on reading dynamic text for selector: "URL" !
-        DeviceManager:Configuration:I:display | a       | getDynamicText | Error on reading dynamic text for selector: "URL" !
-        Nobody:Configuration:I:U[1]           | a       | getDynamicText | Error on reading dynamic text for selector: "URL" !
-        nonsense                              | a       |                | Selectortext Url is invalid:  "URL"\nError on reading dynamic text for selector: "URL" !)");
+        DeviceManager:Configuration:I:empty   | a       | getDynamicText
+        .. | Received an invalid dynamic text value QVariant(QVariantList, ()) !
+        DeviceManager:Configuration:I:list    | a       | getDynamicText
+        .. | Received an invalid dynamic text value QVariant(QVariantList, (QVariant(QString, "x"))) !
+        DeviceManager:Configuration:I:U       | a       | getDynamicText
+        .. | Error on reading dynamic text for selector: "URL" !
+        DeviceManager:Configuration:I:display | a       | getDynamicText
+        .. | Error on reading dynamic text for selector: "URL" !
+        Nobody:Configuration:I:U[1]           | a       | getDynamicText
+        .. | Error on reading dynamic text for selector: "URL" !
+        nonsense                              | a       |
+        .. | Selectortext Url is invalid:  "URL"\nError on reading dynamic text for selector: "URL" !)");
 }
 
 void JsonTranslationTest::asksTheDevice()

@@ -111,7 +111,8 @@ void LanguageInformationTest::readsValues_data()
         Flat/Childs                 | {"Inner":{"text":"no containers"}}            |
         Flat/Childs/                |                                               |
         Flat/Childs/Inner/text      | "no containers"                               |
-        Flat/Childs/Inner/text/x/y/ |                                               | Unable to find jsonObject for url: "text/x/y/"
+        Flat/Childs/Inner/text/x/y/ |
+        .. | Unable to find jsonObject for url: "text/x/y/"
         //text                      | "below"                                       |
                                     | {"childs":{"":{"text":"below"}},"text":"top"} |
         Broken/Any/text             |                                               |
@@ -136,7 +137,9 @@ void LanguageInformationTest::listsUrls_data()
     addTable(R"(
         urls                | content
         A;A/B;A/b;B;childs; | {"childs": N, "B": N, "A": N+ "childs": {"b": N, "B": N}}}
-        A/B;A/other/C;D/E;  | {"A": {"B": N, "other": {"C": N}}, "B": {"text": ""}, "C": {"text": 1, "comment": ""}, "D": {"childs": {"E": N}}}
+        A/B;A/other/C;D/E;
+        .. | {"A": {"B": N, "other": {"C": N}}, "B": {"text": ""}, "C": {"text": 1, "comment": ""}, "D": {"childs": {"E"
+        .. : N}}}
         AMenu;              | {"A": {"childs": {"childsMenu": N}}}
         ;childs/;childs/A;  | {"": N+ "childs": {"A": N, "": N}}}
                             | [1]
@@ -155,33 +158,59 @@ void LanguageInformationTest::listsUrls()
 void LanguageInformationTest::callsOnADocument_data()
 {
     addTable(R"(
-        before                                | call                 | value     | result   | after                              | warning
-        {"A": {"x": 1}}                       | setJsonValue A/B/C   | "new"     | 0        | {"A": {"x": 1, "B": {"C": "new"}}} |
-        {"": 1}                               | setJsonValue         | "new"     | 3        | same                               |
-        {"A": {"childs": {}}}                 | setJsonValue A//B    | 1         | 0        | {"A": {"childs": {}, "": {"B": 1}}} |
-        {"A": {"b": 1}, "B": 1}               | setJsonValue A       | {"c": 2}  | 0        | {"A": {"c": 2}, "B": 1}            |
-        {"A": {"B": null}}                    | setJsonValue A/B     | "new"     | 3        | same                               |
-        {"A": {"B": [{}]}}                    | setJsonValue A/B/0/C | "new"     | 3        | same                               | Unable to find jsonObject for url: "B/0/C"
-        {}                                    | setJsonValue A/B/C   | {"B": {}} | 0        | {"A": {"B": {"C": {"B": {}}}}}     |
-        {"Z": {}}                             | setJsonValue Z/A/B/C | {"B": 1}  | 3        | {"Z": {"A": {"B": 1}}}             | Unable to find jsonObject for url: "B/C"
-        {"A": {"B": {"t": 1}}}                | setJsonValue A/B     | @A        | 0        | {"A": {"B": {"B": {"t": 1}}}}      |
-        {"A": {"B": {"t": 1}}}                | setJsonValue A       | @         | 0        | {"A": {"A": {"B": {"t": 1}}}}      |
-        {"Content": {}}                       | setText A/B          | "new"     | 0        | {"Content": {"A": {"childs": {"B": {"text": "new"}}}}} |
-        {"Content": {"A": {"text": "a"}}}     | setComment A         | "new"     | 0        | {"Content": {"A": {"text": "a"}, "": {"comment": "new"}}} |
-        {}                                    | setText A//          | "new"     | 0        | {"Content": {"A": {"childs": {"": {"childs": {"": {"text": "new"}}}}}}} | "empty jsonObject passed"
-        {"Content": {"A": {"childs": "x"}}}   | setComment A/B       | "new"     | 3        | same                               | Unable to find jsonObject for url: "childs/B/comment"
-        {"Content": {}}                       | setHeaderText 1      | "new"     | 0        | {"Content": {}, "Header": {"subLanguage": "new"}} |
-        {"Header": {"": "x"}}                 | setHeaderText 2      | "new"     | 3        | same                               | unknown Header Url : 2
-        {"Content": {}}                       | setHeaderText -7     | "new"     | 0        | {"Content": {}, "Header": "new"}   | unknown Header Url : -7
-        {"Header": {"language": "de"}}        | getHeaderText 0      | null      | de       | same                               |
-        {"Header": {"": "nameless"}}          | getHeaderText 2      | null      | nameless | same                               | unknown Header Url : 2
-        {"Content": {"A": {"childs": {"B": {"text": 7}}}}} | getText A/B          | null      | ok       | same                               | Invalid data type of jsonValue for url: "A/B/text"
-        {"Content": {"A": {"text": "a"}}}     | getComment A         | null      | not ok   | same                               |
-        {"Content": {"A": {"text": "", "comment": ""}}} | getAvailableUrls     | null      | A        | same                               |
-        {"Header": {}, "Content": {"A": {}}}  | replaceContent       | {"B": {}} | false    | {"Header": {}, "Content": {"B": {}}} |
-        {"Header": {}, "Content": {"A": {}}}  | replaceContent       | @         | false    | {"Header": {}, "Content": {"Header": {}}} |
-        {"Header": {}, "Content": {"A": {}}}  | clearContent         | null      |          | {"Header": {}, "Content": {}}      |
-        {"Header": {}}                        | clearContent         | null      |          | {"Header": {}, "Content": {}}      |
+        before | call | value | result | after | warning
+        {"A": {"x": 1}}                       | setJsonValue A/B/C   | "new"     | 0
+        .. | {"A": {"x": 1, "B": {"C": "new"}}} |
+        {"": 1}                               | setJsonValue         | "new"     | 3        | same
+        .. |
+        {"A": {"childs": {}}}                 | setJsonValue A//B    | 1         | 0
+        .. | {"A": {"childs": {}, "": {"B": 1}}} |
+        {"A": {"b": 1}, "B": 1}               | setJsonValue A       | {"c": 2}  | 0        | {"A": {"c": 2}, "B": 1}
+        .. |
+        {"A": {"B": null}}                    | setJsonValue A/B     | "new"     | 3        | same
+        .. |
+        {"A": {"B": [{}]}}                    | setJsonValue A/B/0/C | "new"     | 3        | same
+        .. | Unable to find jsonObject for url: "B/0/C"
+        {}                                    | setJsonValue A/B/C   | {"B": {}} | 0
+        .. | {"A": {"B": {"C": {"B": {}}}}}     |
+        {"Z": {}}                             | setJsonValue Z/A/B/C | {"B": 1}  | 3        | {"Z": {"A": {"B": 1}}}
+        .. | Unable to find jsonObject for url: "B/C"
+        {"A": {"B": {"t": 1}}}                | setJsonValue A/B     | @A        | 0
+        .. | {"A": {"B": {"B": {"t": 1}}}}      |
+        {"A": {"B": {"t": 1}}}                | setJsonValue A       | @         | 0
+        .. | {"A": {"A": {"B": {"t": 1}}}}      |
+        {"Content": {}}                       | setText A/B          | "new"     | 0
+        .. | {"Content": {"A": {"childs": {"B": {"text": "new"}}}}} |
+        {"Content": {"A": {"text": "a"}}}     | setComment A         | "new"     | 0
+        .. | {"Content": {"A": {"text": "a"}, "": {"comment": "new"}}} |
+        {}                                    | setText A//          | "new"     | 0
+        .. | {"Content": {"A": {"childs": {"": {"childs": {"": {"text": "new"}}}}}}} | "empty jsonObject passed"
+        {"Content": {"A": {"childs": "x"}}}   | setComment A/B       | "new"     | 3        | same
+        .. | Unable to find jsonObject for url: "childs/B/comment"
+        {"Content": {}}                       | setHeaderText 1      | "new"     | 0
+        .. | {"Content": {}, "Header": {"subLanguage": "new"}} |
+        {"Header": {"": "x"}}                 | setHeaderText 2      | "new"     | 3        | same
+        .. | unknown Header Url : 2
+        {"Content": {}}                       | setHeaderText -7     | "new"     | 0
+        .. | {"Content": {}, "Header": "new"}   | unknown Header Url : -7
+        {"Header": {"language": "de"}}        | getHeaderText 0      | null      | de       | same
+        .. |
+        {"Header": {"": "nameless"}}          | getHeaderText 2      | null      | nameless | same
+        .. | unknown Header Url : 2
+        {"Content": {"A": {"childs": {"B": {"text": 7}}}}} | getText A/B          | null      | ok       | same
+        .. | Invalid data type of jsonValue for url: "A/B/text"
+        {"Content": {"A": {"text": "a"}}}     | getComment A         | null      | not ok   | same
+        .. |
+        {"Content": {"A": {"text": "", "comment": ""}}} | getAvailableUrls     | null      | A        | same
+        .. |
+        {"Header": {}, "Content": {"A": {}}}  | replaceContent       | {"B": {}} | false
+        .. | {"Header": {}, "Content": {"B": {}}} |
+        {"Header": {}, "Content": {"A": {}}}  | replaceContent       | @         | false
+        .. | {"Header": {}, "Content": {"Header": {}}} |
+        {"Header": {}, "Content": {"A": {}}}  | clearContent         | null      |
+        .. | {"Header": {}, "Content": {}}      |
+        {"Header": {}}                        | clearContent         | null      |
+        .. | {"Header": {}, "Content": {}}      |
     )");
 }
 

@@ -93,7 +93,8 @@ private Q_SLOTS:
         const auto item = create(R"(Item {
             function choose(language) { Texts.chosenLanguage = language }
             property string state1: [Texts.language, Texts.deviceLanguage, Texts.chosenLanguage, Texts.isRightToLeft,
-                Texts.languages.join("+"), Texts.nameOf("de_DE"), Texts.nameOf("POSIX"), Texts.text("Save")].join() })");
+                Texts.languages.join("+"), Texts.nameOf("de_DE"), Texts.nameOf("POSIX"),
+                Texts.text("Save")].join() })");
         const auto state = [&] {
             return item->property("state1").toString().replace(languages, "*");
         };

@@ -74,16 +74,21 @@ void ToolChecksTest::findsInFiles_data()
         de_DE    | {"Content": {"A": {"text": 7}, "B": "x"}}           | 1:28 wrong-type A/text, 1:37 wrong-type B
         de_DE    | {"Content": {"A": {"text": "%1 l"}, "B": {"text": "Zwei", "childs": "x"}}} | 1:69 wrong-type B
         de_DE    | {"Content": {GOOD, "A": {"text": "%1 l"}}}          | 1:95 repeated-key A
-        de_DE    | {"Content": {GOOD, "x/y": {}, "": {}, "childsX": {}}} | 1:95 unreachable-key x/y, 1:106 unreachable-key, 1:114 unreachable-key childsX
-        de_DE    | {"Content": {"A": {"text": "%1 l"}, "B": {"text": "Z", "X": {}, "childs": {"C": {"text": "Z"}}}}} | 1:56 unreachable-key B/X
-        de_DE    | {"Content": {"A": {"text": "%1 Liter"}, "B": {"text": "Zwei", "childs": {"C": {"text": "Two"}}}}} | 1:28 too-long A, 1:88 inconsistent-text B/C
-        de_DE    | {"Content": {"A": {"text": "ä\u000A\u0041😀 x "}, "B": {"text": "Zwei", "childs": {"C": {"text": "Zwei"}}}}} | 1:28 line-breaks-differ A, 1:28 placeholders-differ A, 1:28 too-long A, 1:45 edge-space A
+        de_DE    | {"Content": {GOOD, "x/y": {}, "": {}, "childsX": {}}}
+        .. | 1:95 unreachable-key x/y, 1:106 unreachable-key, 1:114 unreachable-key childsX
+        de_DE    | {"Content": {"A": {"text": "%1 l"}, "B": {"text": "Z", "X": {}, "childs": {"C": {"text": "Z"}}}}}
+        .. | 1:56 unreachable-key B/X
+        de_DE    | {"Content": {"A": {"text": "%1 Liter"}, "B": {"text": "Zwei", "childs": {"C": {"text": "Two"}}}}}
+        .. | 1:28 too-long A, 1:88 inconsistent-text B/C
+        de_DE    | {"Content": {"A": {"text": "ä\u000A\u0041😀 x "}, "B": {"text": "Zwei", "childs": {"C": {"text": "Zwei
+        .. "}}}}} | 1:28 line-breaks-differ A, 1:28 placeholders-differ A, 1:28 too-long A, 1:45 edge-space A
         de_DE    | {"Content": {"A" {}}}                               | 1:18 malformed-json
         de_DE    | {}                                                  | 1:1 no-content
         short/de_DE | {"Content": {"B": {"text": "Zw"}}}                |
         short/de_DE | {"Content": {}}                                  | 0:0 missing-text B
         short/de_DE | {"Content": {"B": {"text": "Zwe"}}}              | 1:28 short-text-too-long B
-        short/de_DE | {"Content": {"A": {"text": "%1"}, "B": {"text": ""}, "Q": {"text": "x"}}} | 1:49 empty-text B, 1:68 unknown-url Q
+        short/de_DE | {"Content": {"A": {"text": "%1"}, "B": {"text": ""}, "Q": {"text": "x"}}}
+        .. | 1:49 empty-text B, 1:68 unknown-url Q
     )");
 }
 
@@ -105,7 +110,8 @@ void ToolChecksTest::findsInBase_data()
 {
     addTable(R"(
         content                                                            | exit | findings
-        {"Content": {"A": {"text": "x"}, "B": {"text": "y", "comment": ""}}} | 0  | 1:28 missing-comment A, 1:48 missing-comment B
+        {"Content": {"A": {"text": "x"}, "B": {"text": "y", "comment": ""}}} | 0
+        .. | 1:28 missing-comment A, 1:48 missing-comment B
         {"Content": {"A": {"text": "<b>x", "comment": "c"}}}               | 1    | 1:28 markup-differs A
         {"Content": {"A": {"text": "", "comment": "c"}}}                   | 0    | 1:28 empty-text A
         {"Content": {"A": {"text": "x", "comment": 1}}}                    | 1    | 1:44 wrong-type A/comment
@@ -144,9 +150,12 @@ void ToolChecksTest::heedsSettings_data()
         {"failOn": "info"} | --fail-on error | 0 | BOTH
         {"failUnder": 90, "ignore": ["end-punctuation"]} | | 1 | 0:0 missing-text B/C
         {"ignore": ["missing-text:B/**"]} | --ignore end-punctuation | 0 |
-        {"ignor": 1, "failOn": 2, "shortLength": 0.5} | --language en_US | 1 | 1:2 bad-settings, 1:24 bad-settings, 1:42 bad-settings
-        {"ignore": ["mising-text", 1], "failUnder": 101} | --language en_US | 1 | 1:13 bad-settings, 1:28 bad-settings, 1:45 bad-settings
-        {"base": "", "base": "de_DE"} | --ignore missing-comment | 1 | 1:2 bad-settings, 2:27 end-punctuation A, 3:71 unknown-url B/C
+        {"ignor": 1, "failOn": 2, "shortLength": 0.5} | --language en_US | 1
+        .. | 1:2 bad-settings, 1:24 bad-settings, 1:42 bad-settings
+        {"ignore": ["mising-text", 1], "failUnder": 101} | --language en_US | 1
+        .. | 1:13 bad-settings, 1:28 bad-settings, 1:45 bad-settings
+        {"base": "", "base": "de_DE"} | --ignore missing-comment | 1
+        .. | 1:2 bad-settings, 2:27 end-punctuation A, 3:71 unknown-url B/C
         [] | --language en_US | 1 | 1:1 bad-settings
         { | --language en_US | 1 | 1:2 bad-settings
     )");
@@ -171,17 +180,33 @@ void ToolChecksTest::printsFindings_data()
 {
     addTable(R"(
         words                             | exit | output                                                     | message
-        check DIR --format json           | 0    | {"findings":[{"class":"warning","column":0,"file":"de_DE.json","id":"missing-text","language":"de_DE","line":0,"reason":"en_US has a text here, \"Two\". Translate it.","url":"B/C"}],"languages":[{"language":"de_DE","missing":1,"share":66.66666666666667,"texts":3,"translated":2},{"language":"en_US","missing":0,"share":100,"texts":3,"translated":3}]}\n |
-        check DIR                         | 0    | de_DE.json\n  -        warning missing-text        B/C: en_US has a text here, "Two". Translate it.\n\nde_DE    █████████████░░░░░░░  66.6 %  2 of 3 texts\nen_US    ████████████████████ 100.0 %  3 of 3 texts\n\n0 errors, 1 warning, 0 infos.\n |
-        check DIR/no                      | 2    |                                                            | there is no such folder
-        check DIR --short-folder no       | 2    |                                                            | there is no such folder
-        check DIR --base it_IT            | 2    |                                                            | no file of the base language 'it_IT'; name another one with --base. There are: de_DE, en_US.
-        check DIR --language de           | 2    |                                                            | no file of the language 'de'.
-        check DIR --ignore mising-text    | 2    |                                                            | there is no finding 'mising-text'. Did you mean missing-text?
-        check DIR --fail-under nan        | 2    |                                                            | a share from 0 to 100
-        check DIR --short-length 0        | 2    |                                                            | --short-length needs
-        check DIR --fail-on fatal         | 2    |                                                            | unknown fail-on 'fatal'
-        check DIR --html DIR/no/x.html    | 2    |                                                            | cannot write
+        check DIR --format json           | 0
+        .. | {"findings":[{"class":"warning","column":0,"file":"de_DE.json","id":"missing-text","language":"de_DE",
+        .. "line":0,"reason":"en_US has a text here, \"Two\". Translate it.","url":"B/C"}],
+        .. "languages":[{"language":"de_DE","missing":1,"share":66.66666666666667,"texts":3,"translated":2},
+        .. {"language":"en_US","missing":0,"share":100,"texts":3,"translated":3}]}\n |
+        check DIR                         | 0
+        .. | de_DE.json\n  -        warning missing-text        B/C: en_US has a text here, "Two". Translate it.\n\n
+        .. de_DE    █████████████░░░░░░░  66.6 %  2 of 3 texts\nen_US    ████████████████████ 100.0 %  3 of 3 texts\n\n
+        .. 0 errors, 1 warning, 0 infos.\n |
+        check DIR/no                      | 2    |
+        .. | there is no such folder
+        check DIR --short-folder no       | 2    |
+        .. | there is no such folder
+        check DIR --base it_IT            | 2    |
+        .. | no file of the base language 'it_IT'; name another one with --base. There are: de_DE, en_US.
+        check DIR --language de           | 2    |
+        .. | no file of the language 'de'.
+        check DIR --ignore mising-text    | 2    |
+        .. | there is no finding 'mising-text'. Did you mean missing-text?
+        check DIR --fail-under nan        | 2    |
+        .. | a share from 0 to 100
+        check DIR --short-length 0        | 2    |
+        .. | --short-length needs
+        check DIR --fail-on fatal         | 2    |
+        .. | unknown fail-on 'fatal'
+        check DIR --html DIR/no/x.html    | 2    |
+        .. | cannot write
     )");
 }
 

@@ -70,37 +70,70 @@ void ToolEditingTest::edits_data()
 {
     addTable(R"(
         content                                    | words                              | input | exit | after | message
-        {"M": {"text": "a", "comment": "b"}}       | set DIR de M --text new            | | 0 | {"M": {"text": "new", "comment": "b"}} |
-        {"M": {"text": "a", "comment": "b"}}       | set DIR de M --comment=            | | 0 | {"M": {"text": "a", "comment": ""}} |
-        {}                                         | set DIR de M/S --text t            | | 0 | {"M": {"childs": {"S": {"text": "t"}}}} | M/S: has no comment yet
-        {"M": {"S": {"text": "a"}}}                | set DIR de M/N --text b --comment c | | 0 | {"M": {"S": {"text": "a"}, "N": {"text": "b", "comment": "c"}}} |
-        {"M": {"text": 1}}                         | set DIR de M --text t              | | 1 | same | textmanager: M: cannot be written: Content/M/text is a number there, 1, and no text.
-        {"M": {"childs": ["x"]}}                   | set DIR de M/S --text t            | | 1 | same | Content/M/childs is an array there, ["x"], and no object
-        {"M": {}}                                  | set DIR de M/childs/S --text t     | | 1 | same | its key begins with 'childs'
-        {"L": {"childs": {"S": {}, "T": {}}}, "M": {"childs": {"S": {}}}, "N": {"childs": {"O": {}}, "text": ""}} | remove DIR de L/S M M/S N/O | | 0 | {"L": {"childs": {"T": {}}}, "N": {"text": ""}} |
-        {"M": {"childs": {"S": {}}, "S": {}}}      | remove DIR de M/S                  | | 0 | !{\n    "Content": {\n        "M": {\n            "S": {\n            },\n            "childs": {}\n        }\n    }\n}\n |
-        {"M": {"text": "x"}, "Save": {"text": "", "comment": ""}} | remove DIR de M Sav M/text | | 1 | same | Sav: there is nothing to remove. Did you mean Save?\ntextmanager: M/text: there is
-        {"M": {"text": "a", "comment": ""}}        | set DIR de --batch - | ﻿{"url": "M", "text": "\t"}\n\nN#b#ü\r\nM##c | 0 | {"M": {"text": "\t", "comment": "c"}, "N": {"text": "b", "comment": "ü"}} |
-        {"M": {}}                                  | set DIR de --batch - | M#b\n\nM/#t                   | 1 | same | standard input:3: M/: cannot be written: it has an empty key
-        {"M": {}}                                  | set DIR de --batch - | M#b\nM\nM#b#c#d               | 2 | same | standard input:2:1: found a URL alone; expected
-        {"M": {}}                                  | set DIR de --batch - | M#"say ""b"", c"#""             | 0 | {"M": {"text": "say \"b\", c"}} | M: has no comment yet
-        {"M": {}}                                  | set DIR de --batch - | M#b\nM#"c\nd"#e               | 2 | same | standard input:2:1: the quotation marks of column 2 do not fit
-        {"M": {}}                                  | set DIR de --batch - | {"url": "M", "text": "b", "text": "c"} | 2 | same | standard input:1:27: "text" stands there twice
-        {"M": {}}                                  | set DIR de --batch - | M#b\n{"url": "M" "text": "c"} | 2 | same | standard input:2:13: malformed JSON
-        {"M": {}}                                  | set DIR de --batch - | {"url": "M", "text": 1}       | 2 | same | standard input:1:1: unexpected "text"; expected an object with
-        {"M": {}}                                  | set DIR de --batch - | M#b\n?#c                      | 2 | same | standard input:2:1: is not encoded in UTF-8
-        {"M": {"text": "a", "comment": ""}}        | set DIR de N/M --text b --comment= | | 0 | {"M": {"text": "a", "comment": ""}, "N": {"childs": {"M": {"text": "b", "comment": ""}}}} | N/M: is new. Did you mean M?
-        {"M": {"text": "a", "comment": ""}}        | set DIR de --batch - --must-exist  | M#b\nN#c | 1 | same | N: is not there, and --must-exist adds no URL
-        {"M": {}}                                  | remove DIR de M --dry-run          | | 0 | same | a dry run: nothing was written to
-        {"M": {}}                                  | new DIR it --dry-run               | | 0 | same | a dry run: nothing was written to
-        {}                                         | set DIR fr M --text t              | | 2 | same | there is no language 'fr': no file
-        {}                                         | set DIR ../de M --text t           | | 2 | same | '../de' is no language key
-        {}                                         | new DIR de                         | | 2 | same | the language 'de' is there already
-        !{"Content": {"M": {"text": "a" "comment"}}} | set DIR de M --text t           | | 2 | same | de.json:1:32: malformed JSON
-        !{"Content": {"M": {"text": "a\nb"}}}      | set DIR de M --text t              | | 2 | same | de.json:1:30: malformed JSON
-        !{"content": {}}                           | set DIR de M --text t              | | 2 | same | de.json:1:1: no language file: expected an object with "Content", found an object with the keys (content)
-        ![{"Content": {}}]                         | new DIR it --from de               | | 2 | same | de.json:1:1: no language file: expected an object with "Content", found an array
-        !{"Content": {"M": {"text": "a", "text": ""}}} | remove DIR de M                | | 2 | same | de.json:1:33: the key "text" stands there twice
+        {"M": {"text": "a", "comment": "b"}}       | set DIR de M --text new            | | 0
+        .. | {"M": {"text": "new", "comment": "b"}} |
+        {"M": {"text": "a", "comment": "b"}}       | set DIR de M --comment=            | | 0
+        .. | {"M": {"text": "a", "comment": ""}} |
+        {}                                         | set DIR de M/S --text t            | | 0
+        .. | {"M": {"childs": {"S": {"text": "t"}}}} | M/S: has no comment yet
+        {"M": {"S": {"text": "a"}}}                | set DIR de M/N --text b --comment c | | 0
+        .. | {"M": {"S": {"text": "a"}, "N": {"text": "b", "comment": "c"}}} |
+        {"M": {"text": 1}}                         | set DIR de M --text t              | | 1 | same
+        .. | textmanager: M: cannot be written: Content/M/text is a number there, 1, and no text.
+        {"M": {"childs": ["x"]}}                   | set DIR de M/S --text t            | | 1 | same
+        .. | Content/M/childs is an array there, ["x"], and no object
+        {"M": {}}                                  | set DIR de M/childs/S --text t     | | 1 | same
+        .. | its key begins with 'childs'
+        {"L": {"childs": {"S": {}, "T": {}}}, "M": {"childs": {"S": {}}}, "N": {"childs": {"O": {}}, "text": ""}}
+        .. | remove DIR de L/S M M/S N/O | | 0 | {"L": {"childs": {"T": {}}}, "N": {"text": ""}} |
+        {"M": {"childs": {"S": {}}, "S": {}}}      | remove DIR de M/S                  | | 0
+        .. | !{\n    "Content": {\n        "M": {\n            "S": {\n            },\n            "childs": {}
+        .. \n        }\n    }\n}\n |
+        {"M": {"text": "x"}, "Save": {"text": "", "comment": ""}} | remove DIR de M Sav M/text | | 1 | same
+        .. | Sav: there is nothing to remove. Did you mean Save?\ntextmanager: M/text: there is
+        {"M": {"text": "a", "comment": ""}}        | set DIR de --batch - | ﻿{"url": "M", "text": "\t"}\n\nN#b#ü\r\nM##c
+        .. | 0 | {"M": {"text": "\t", "comment": "c"}, "N": {"text": "b", "comment": "ü"}} |
+        {"M": {}}                                  | set DIR de --batch - | M#b\n\nM/#t                   | 1 | same
+        .. | standard input:3: M/: cannot be written: it has an empty key
+        {"M": {}}                                  | set DIR de --batch - | M#b\nM\nM#b#c#d               | 2 | same
+        .. | standard input:2:1: found a URL alone; expected
+        {"M": {}}                                  | set DIR de --batch - | M#"say ""b"", c"#""             | 0
+        .. | {"M": {"text": "say \"b\", c"}} | M: has no comment yet
+        {"M": {}}                                  | set DIR de --batch - | M#b\nM#"c\nd"#e               | 2 | same
+        .. | standard input:2:1: the quotation marks of column 2 do not fit
+        {"M": {}}                                  | set DIR de --batch - | {"url": "M", "text": "b", "text": "c"} | 2
+        .. | same | standard input:1:27: "text" stands there twice
+        {"M": {}}                                  | set DIR de --batch - | M#b\n{"url": "M" "text": "c"} | 2 | same
+        .. | standard input:2:13: malformed JSON
+        {"M": {}}                                  | set DIR de --batch - | {"url": "M", "text": 1}       | 2 | same
+        .. | standard input:1:1: unexpected "text"; expected an object with
+        {"M": {}}                                  | set DIR de --batch - | M#b\n?#c                      | 2 | same
+        .. | standard input:2:1: is not encoded in UTF-8
+        {"M": {"text": "a", "comment": ""}}        | set DIR de N/M --text b --comment= | | 0
+        .. | {"M": {"text": "a", "comment": ""}, "N": {"childs": {"M": {"text": "b", "comment": ""}}}}
+        .. | N/M: is new. Did you mean M?
+        {"M": {"text": "a", "comment": ""}}        | set DIR de --batch - --must-exist  | M#b\nN#c | 1 | same
+        .. | N: is not there, and --must-exist adds no URL
+        {"M": {}}                                  | remove DIR de M --dry-run          | | 0 | same
+        .. | a dry run: nothing was written to
+        {"M": {}}                                  | new DIR it --dry-run               | | 0 | same
+        .. | a dry run: nothing was written to
+        {}                                         | set DIR fr M --text t              | | 2 | same
+        .. | there is no language 'fr': no file
+        {}                                         | set DIR ../de M --text t           | | 2 | same
+        .. | '../de' is no language key
+        {}                                         | new DIR de                         | | 2 | same
+        .. | the language 'de' is there already
+        !{"Content": {"M": {"text": "a" "comment"}}} | set DIR de M --text t           | | 2 | same
+        .. | de.json:1:32: malformed JSON
+        !{"Content": {"M": {"text": "a\nb"}}}      | set DIR de M --text t              | | 2 | same
+        .. | de.json:1:30: malformed JSON
+        !{"content": {}}                           | set DIR de M --text t              | | 2 | same
+        .. | de.json:1:1: no language file: expected an object with "Content", found an object with the keys (content)
+        ![{"Content": {}}]                         | new DIR it --from de               | | 2 | same
+        .. | de.json:1:1: no language file: expected an object with "Content", found an array
+        !{"Content": {"M": {"text": "a", "text": ""}}} | remove DIR de M                | | 2 | same
+        .. | de.json:1:33: the key "text" stands there twice
     )");
 }
 

@@ -43,13 +43,21 @@ void ToolPackingTest::packs_data()
 {
     addTable(R"(
         words                                           | exit | de                   | message
-        pack DIR -o DIR/out                             | 0 | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"y","text":"x"}},"comment":"c","text":"ü"}},"Header":{"language":"d"}}\n |
-        pack DIR -o DIR/a/out --blank-comments          | 0 | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"","text":"x"}},"comment":"","text":"ü"}},"Header":{"language":"d"}}\n |
-        pack DIR -o DIR/out --drop-comments --languages de | 0 | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"text":"x"}},"text":"ü"}},"Header":{"language":"d"}}\n | de has 1 texts of languages that are not packed; they will be empty, or others.\ntextmanager: without comments no URL is listed
+        pack DIR -o DIR/out                             | 0
+        .. | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"y","text":"x"}},"comment":"c",
+        .. "text":"ü"}},"Header":{"language":"d"}}\n |
+        pack DIR -o DIR/a/out --blank-comments          | 0
+        .. | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"","text":"x"}},"comment":"","text":"ü"}},
+        .. "Header":{"language":"d"}}\n |
+        pack DIR -o DIR/out --drop-comments --languages de | 0
+        .. | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"text":"x"}},"text":"ü"}},"Header":{"language":"d"}}
+        .. \n | de has 1 texts of languages that are not packed; they will be empty, or others.\n
+        .. textmanager: without comments no URL is listed
         pack DIR -o DIR/out --dry-run                   | 0 | | a dry run: nothing was written to
         pack DIR/faulty -o DIR/out                      | 2 | | de.json:1:19: malformed JSON
         pack DIR -o DIR/out --languages de,fr           | 2 | | there is no language 'fr'
-        pack DIR -o DIR/short --languages de            | 2 | | short' holds something already. Empty it, or give --force.
+        pack DIR -o DIR/short --languages de            | 2 |
+        .. | short' holds something already. Empty it, or give --force.
         pack DIR -o DIR/faulty --force --languages en_US | 2 | | faulty/de.json: is not of this pack
         pack DIR -o DIR/faulty/.. --force               | 2 | | is the folder that is to be packed
         pack DIR -o DIR/de.json                         | 2 | | is no folder
@@ -93,13 +101,20 @@ void ToolPackingTest::seesWhatIsAnsweredOtherwise_data()
 {
     addTable(R"(
         file     | content                                                      | difference
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü", "comment": "c"}}} | the packed folder answers otherwise for H in de.
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "u", "comment": "c"}, "H": {"text": "h"}}} | the packed folder answers otherwise for M in de.
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü", "comment": ""}, "H": {"text": "h"}}} | the packed folder answers otherwise for M in de.
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü"}, "H": {"text": "h"}}} | the packed folder lists other URLs in de.
-        de       | {"Content": {"M": {"text": "ü", "comment": "c"}, "H": {"text": "h"}}} | the packed folder has another header in de.
-        short/de | {"Content": {"M": {"text": "t"}}}                             | the packed folder answers otherwise for M in de.
-        fr       | {"Content": {}}                                               | the packed folder has other languages.
+        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü", "comment": "c"}}}
+        .. | the packed folder answers otherwise for H in de.
+        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "u", "comment": "c"}, "H": {"text": "h"}}}
+        .. | the packed folder answers otherwise for M in de.
+        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü", "comment": ""}, "H": {"text": "h"}}}
+        .. | the packed folder answers otherwise for M in de.
+        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü"}, "H": {"text": "h"}}}
+        .. | the packed folder lists other URLs in de.
+        de       | {"Content": {"M": {"text": "ü", "comment": "c"}, "H": {"text": "h"}}}
+        .. | the packed folder has another header in de.
+        short/de | {"Content": {"M": {"text": "t"}}}
+        .. | the packed folder answers otherwise for M in de.
+        fr       | {"Content": {}}
+        .. | the packed folder has other languages.
         de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü", "comment": "c"}, "H": {"text": "h"}}} |
     )");
 }

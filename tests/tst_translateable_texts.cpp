@@ -87,17 +87,22 @@ void TranslateableTextsTest::followsItsObject_data()
         json {"de_DE": "D", "POSIX": "B"}     | 1 | B | true  | {"POSIX":"B","de_DE":"D"}              |
         json {"FR_fr": "F", "en_US": "A"}     | 0 | A | false | {"FR_fr":"F","en_US":"A"}              |
         json {"fr_FR": "", "de_DE": 7, "en_US": {}, "POSIX": null} | 1 |  | true | {"POSIX":"","de_DE":"7"} |
-        json {"de_DE": "D"}                   | 1 |   | false | {"de_DE":"D"} | Unable to find suitable language!\nNo suitable language found in translateable text object: QMap(("de_DE", QVariant(QString, "D"))) !
+        json {"de_DE": "D"}                   | 1 |   | false | {"de_DE":"D"}
+        .. | Unable to find suitable language!\n
+        .. No suitable language found in translateable text object: QMap(("de_DE", QVariant(QString, "D"))) !
         json                                  | 0 |   | false | {} | Error on parsing json: "illegal value" ! (empty)
         json []                               | 0 |   | false | {} | Json document does not contain an object! (empty)
-        variant "{}"                          | 0 |   | false | {} | Cannot convert variant to variant map: QVariant(QString, "{}") !
+        variant "{}"                          | 0 |   | false | {}
+        .. | Cannot convert variant to variant map: QVariant(QString, "{}") !
         language POSIX                        | 1 | B | true  | {"POSIX":"B","en_US":"A"}              |
         text fr_FR                            | 1 |   | true  | {"POSIX":"B","en_US":"A","fr_FR":""}   |
         json {"en_US": "A"}; text POSIX       | 0 | A | false | {"POSIX":"","en_US":"A"}               |
         show x; language fr_FR                | 1 | x | true  | {"POSIX":"B","en_US":"A"}              |
         get POSIX                             | 1 | B | true  | {"POSIX":"B","en_US":"A"}              |
         language ; json {"": "E", "POSIX": ""} | 1 | E | true | {"":"E","POSIX":""}                    |
-        reset; get                            | 0 |   | false | {} | Unable to find suitable language! (empty)\nNo suitable text found in translateable text object for language "fr_FR" : QMap() ! (empty))");
+        reset; get                            | 0 |   | false | {}
+        .. | Unable to find suitable language! (empty)\n
+        .. No suitable text found in translateable text object for language "fr_FR" : QMap() ! (empty))");
 }
 
 void TranslateableTextsTest::followsItsObject()

@@ -7,6 +7,7 @@
 #include <unicode/plurrule.h>
 #include <unicode/strenum.h>
 
+#include <algorithm>
 #include <memory>
 
 namespace
@@ -85,8 +86,8 @@ QStringList argumentNames(const MessagePattern& parts)
         if (isName(parts.getPartType(index)))
             names.append(textOf(parts, index));
     }
-    names.removeDuplicates();
     names.sort();
+    names.erase(std::unique(names.begin(), names.end()), names.end());
     return names;
 }
 

@@ -13,14 +13,14 @@ int peakMegabytes()
     return getrusage(RUSAGE_SELF, &usage) == 0 ? int(usage.ru_maxrss / 1024) : 0;
 }
 
-void runOnSmallStack(const std::function<void()>& work)
+void runOnSmallStack(const std::function<void()>& work, uint kilobytes)
 {
     std::promise<void> done; // the thread sanitizer knows it, but not the thread's own wait()
     const std::unique_ptr<QThread> thread(QThread::create([&] {
         work();
         done.set_value();
     }));
-    thread->setStackSize(128 * 1024);
+    thread->setStackSize(kilobytes * 1024);
     thread->start();
     done.get_future().wait();
     thread->wait();

@@ -6,4 +6,4 @@
 int peakMegabytes();
 
 /** Runs @p work in a thread with a small stack, and waits for it. */
-void runOnSmallStack(const std::function<void()>& work);
+void runOnSmallStack(const std::function<void()>& work, uint kilobytes = 128);

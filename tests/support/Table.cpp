@@ -6,7 +6,9 @@
 void addTable(const char* table)
 {
     const QRegularExpression separator("\\s*[|]\\s*");
-    QStringList lines = QString::fromUtf8(table).trimmed().split('\n');
+    const QRegularExpression continuation("\\s*\\n\\s*[.][.] ");
+    QStringList lines =
+        QString::fromUtf8(table).replace(continuation, QString()).trimmed().split('\n');
     const QStringList columns = lines.takeFirst().split(separator);
     QTest::addColumn<QVariantMap>("row");
     for (const QString& line : qAsConst(lines)) {

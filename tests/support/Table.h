@@ -4,7 +4,8 @@
 
 /**
  * Makes the rows of a data-driven test out of a text: a line of column names, then a line for each
- * row, cells separated by "|" and trimmed. A row's name is its whole line.
+ * row, cells separated by "|" and trimmed. A line that begins with ".. " goes on from the one
+ * before. A row's name is its whole line.
  */
 void addTable(const char* table);
 

@@ -3,6 +3,7 @@
 #include "JsonErrors_p.h"
 
 #include <QHash>
+#include <QMap>
 
 #include <algorithm>
 #include <utility>
@@ -45,12 +46,15 @@ JsonTreeBuilder::JsonTreeBuilder(JsonTree& tree)
 
 void JsonTreeBuilder::run()
 {
-    // Iterative: a deep text would overflow the stack. Encodings are checked, numbers kept.
-    constexpr unsigned flags = rapidjson::kParseIterativeFlag |
-                               rapidjson::kParseValidateEncodingFlag |
-                               rapidjson::kParseNumbersAsStringsFlag;
+    // Iterative: a deep text would overflow the stack. Numbers are kept as they are written.
+    constexpr unsigned flags =
+        rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+    // Encodings are checked in half the time before the parser, which is to name the first fault.
+    const bool isUtf8 = findNoUtf8(m_Tree.m_Bytes) == m_Tree.m_Bytes.size();
     rapidjson::Reader reader;
-    const rapidjson::ParseResult result = reader.Parse<flags>(m_Stream, *this);
+    const rapidjson::ParseResult result =
+        isUtf8 ? reader.Parse<flags>(m_Stream, *this)
+               : reader.Parse<flags | rapidjson::kParseValidateEncodingFlag>(m_Stream, *this);
     if (m_Tree.m_Fault)
         return; // refused here
     if (result.IsError())
@@ -164,15 +168,28 @@ void JsonTreeBuilder::findRepeatedKeys(int object)
         return std::make_pair(hashOf(one), one) < std::make_pair(hashOf(other), other);
     });
     // Members of one hash stand together, and nearly always there is one of each.
-    for (std::size_t later = 1; later < m_Members.size(); ++later) {
-        for (std::size_t earlier = later; earlier-- > 0;) {
-            if (hashOf(m_Members[earlier]) != hashOf(m_Members[later]))
-                break;
-            if (m_Tree.keyOf(m_Members[earlier]) == m_Tree.keyOf(m_Members[later])) {
-                markRepeated(m_Members[earlier], m_Members[later]);
-                break;
-            }
+    for (std::size_t first = 0; first < m_Members.size();) {
+        std::size_t end = first + 1;
+        while (end < m_Members.size() && hashOf(m_Members[end]) == hashOf(m_Members[first]))
+            ++end;
+        if (end - first > 1)
+            findRepeatedKeys(first, end);
+        first = end;
+    }
+}
+
+void JsonTreeBuilder::findRepeatedKeys(std::size_t first, std::size_t end)
+{
+    QMap<QString, int> lastMembers; // in order, since a stranger may have made the hashes alike
+    for (; first < end; ++first) {
+        const int member = m_Members[first];
+        const auto earlier = lastMembers.find(m_Tree.keyOf(member));
+        if (earlier == lastMembers.end()) {
+            lastMembers.insert(m_Tree.keyOf(member), member);
+            continue;
         }
+        markRepeated(*earlier, member);
+        *earlier = member;
     }
 }
 

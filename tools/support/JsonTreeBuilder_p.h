@@ -44,6 +44,7 @@ private:
     void leave();
     bool refuse(int offset, const QString& reason);
     void findRepeatedKeys(int object);
+    void findRepeatedKeys(std::size_t first, std::size_t end);
     void markRepeated(int earlier, int later);
 
     JsonTree& m_Tree;

@@ -38,7 +38,11 @@ Place PlaceIndex::placeOf(const QByteArray& text, int offset) const
         make(text);
     const int end = std::clamp(offset, 0, text.size());
     const int stretch = end / stretchInBytes;
-    return advance(m_Marks[static_cast<std::size_t>(stretch)], text, stretch * stretchInBytes, end);
+    Place place =
+        advance(m_Marks[static_cast<std::size_t>(stretch)], text, stretch * stretchInBytes, end);
+    // What is no UTF-8 right behind a byte order mark is a part of no character but the mark.
+    place.column = std::max(place.column, 1);
+    return place;
 }
 
 void PlaceIndex::make(const QByteArray& text) const

@@ -1,7 +1,6 @@
 #include "LanguageCheck_p.h"
 
 #include "CheckList.h"
-#include "NearestNames.h"
 #include "TextLength.h"
 
 #include "LanguageDefinitions.h"
@@ -20,6 +19,7 @@ LanguageCheck::LanguageCheck(const CheckContext& context, const CatalogFile& fil
     , m_IsBase(file.language == context.settings.base)
     , m_Full(file.isShort ? context.catalog.find(file.language) : nullptr)
     , m_Own(static_cast<std::size_t>(m_References.size()), ReferenceTexts::none)
+    , m_Suggestions([this] { return m_Context.texts.urls(); })
 {
     if (m_Full == nullptr)
         return;
@@ -139,14 +139,11 @@ void LanguageCheck::checkKnown(const DocumentTexts::Entry& entry)
     const bool isOfFull = m_File.isShort && m_Context.texts.find(entry.url) != ReferenceTexts::none;
     if (!m_Context.hasBase || isOfFull)
         return;
-    // Where many are unknown, they are not misspelt, and looking for each would take its time.
-    constexpr int mostSuggestions = 20;
-    const bool isSuggested = m_UnknownCount++ < mostSuggestions;
     add(QStringLiteral("unknown-url"), entry.url, m_File.document.tree().valuePlace(entry.text),
         QStringLiteral("Neither %1 nor %2 has this URL.")
                 .arg(m_Context.settings.base,
                      LanguageDefinitions::getSecondFallbackLanguageFilename()) +
-            (isSuggested ? suggestNames(entry.url, m_Context.texts.urls()) : QString()));
+            m_Suggestions.suggest(entry.url));
 }
 
 void LanguageCheck::checkMissing()

@@ -2,7 +2,9 @@
 
 #include "BaseTextRecord.h"
 #include "FolderCheck.h"
+#include "NearestNames.h"
 #include "ReferenceTexts.h"
+#include "TextKey.h"
 
 /** What all checks of one folder go by. */
 struct CheckContext {
@@ -53,8 +55,8 @@ private:
     const WritingRules m_BaseRules;
     const bool m_IsBase;
     const CatalogFile* const m_Full; ///< of the full texts; for a file of short texts only
-    QHash<QString, int> m_FullTexts; ///< its nodes by their URLs
+    QHash<TextKey, int> m_FullTexts; ///< its nodes by their URLs
     std::vector<int> m_Own;          ///< index into the file's texts by that of the reference
-    int m_UnknownCount = 0;
+    NameSuggestions m_Suggestions;   ///< for URLs that are not known
     QVector<Finding> m_Findings;
 };

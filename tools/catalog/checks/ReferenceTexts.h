@@ -2,6 +2,7 @@
 
 #include "DocumentTexts.h"
 #include "TextChecks.h"
+#include "TextKey.h"
 
 #include <QHash>
 #include <QString>
@@ -45,6 +46,6 @@ public:
 
 private:
     std::vector<Entry> m_Entries;
-    QHash<QString, int> m_Indexes;
+    QHash<TextKey, int> m_Indexes;
     std::vector<std::vector<int>> m_SameTexts;
 };

@@ -4,6 +4,7 @@
 #include "RegularFile.h"
 
 #include "PropertyManagerConst.h"
+#include "TextKey.h"
 
 #include <QDir>
 #include <QFile>
@@ -90,7 +91,7 @@ void LanguageCatalog::addFolder(const QString& folderPath, const QString& subFol
     const QString prefix = withSeparator(subFolder);
     const QString path = withSeparator(folderPath) + subFolder;
     const QFileInfoList entries = listLanguageFiles(path);
-    QHash<QString, int> filesOfLanguages;
+    QHash<TextKey, int> filesOfLanguages;
     for (const QFileInfo& entry : entries)
         ++filesOfLanguages[entry.baseName()];
     for (const QFileInfo& entry : entries) {
@@ -98,7 +99,7 @@ void LanguageCatalog::addFolder(const QString& folderPath, const QString& subFol
         if (!isKnown || filesOfLanguages.value(language) > 1 || !isKnown(language, isShort))
             addFile(entry.filePath(), prefix + entry.fileName(), language, isShort);
     }
-    QSet<QString> listedNames;
+    QSet<TextKey> listedNames;
     for (const QFileInfo& entry : entries)
         listedNames.insert(entry.fileName());
     addNamesThatNobodyLoads(path, prefix, listedNames);
@@ -131,7 +132,7 @@ void LanguageCatalog::addFile(const QString& path, const QString& file, const QS
 
 /** Qt lists no names that are no UTF-8, no links that lead nowhere, and no FIFOs and devices. */
 void LanguageCatalog::addNamesThatNobodyLoads(const QString& folderPath, const QString& prefix,
-                                              const QSet<QString>& listedNames)
+                                              const QSet<TextKey>& listedNames)
 {
     const QString extension = PropertyManagerConst::getLanguageFileExtension();
     for (const QByteArray& name : rawNamesIn(folderPath)) {

@@ -2,6 +2,7 @@
 
 #include "Finding.h"
 #include "LanguageDocument.h"
+#include "TextKey.h"
 
 #include <QSet>
 #include <QString>
@@ -59,7 +60,7 @@ private:
     void addFolder(const QString& folderPath, const QString& subFolder, const IsKnown& isKnown);
     void addFile(const QString& path, const QString& file, const QString& language, bool isShort);
     void addNamesThatNobodyLoads(const QString& folderPath, const QString& prefix,
-                                 const QSet<QString>& listedNames);
+                                 const QSet<TextKey>& listedNames);
     void addUnreadable(const QString& path, const QString& file, bool isShort,
                        const QString& reason);
     void settleLanguage(CatalogFile& added);

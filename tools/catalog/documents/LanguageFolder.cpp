@@ -1,6 +1,7 @@
 #include "LanguageFolder.h"
 
 #include "LanguageCatalog.h"
+#include "TextKey.h"
 #include "TextNodes.h"
 
 #include "LanguageDefinitions.h"
@@ -107,7 +108,7 @@ QStringList LanguageFolder::collectAllUrls() const
     QStringList urls;
     for (const QString& key : getAvailableLanguages())
         urls += getAvailableUrls(key);
-    urls.removeDuplicates();
+    removeRepeated(urls);
     return urls;
 }
 

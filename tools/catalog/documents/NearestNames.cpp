@@ -97,3 +97,14 @@ QString suggestNames(const QString& name, const QStringList& names)
         return QString();
     return QStringLiteral(" Did you mean %1?").arg(nearest.join(QStringLiteral(" or ")));
 }
+
+QString NameSuggestions::suggest(const QString& name)
+{
+    constexpr int mostSuggestions = 20;
+    if (m_Count == mostSuggestions)
+        return QString();
+    ++m_Count;
+    if (!m_Names)
+        m_Names = m_ListNames();
+    return suggestNames(name, *m_Names);
+}

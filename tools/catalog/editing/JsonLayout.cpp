@@ -1,5 +1,7 @@
 #include "JsonLayout.h"
 
+#include "TextKey.h"
+
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -83,7 +85,12 @@ QByteArray JsonLayout::textOf(const QJsonValue& value, int object) const
 
 QByteArray JsonLayout::textOf(const QString& string)
 {
-    return compact(string);
+    const bool isPlain = std::none_of(string.begin(), string.end(), [](QChar character) {
+        return character < QLatin1Char(' ') || character == QLatin1Char('"') ||
+               character == QLatin1Char('\\') || character.isSurrogate();
+    });
+    // What needs no escape is spared the way through a document of its own.
+    return isPlain ? '"' + string.toUtf8() + '"' : compact(string);
 }
 
 /** A member of @p parent that a new one with the value is to look like; none when there is none. */
@@ -144,7 +151,7 @@ QStringList JsonLayout::keysInOrder(const QJsonObject& object, int model) const
         keysOfModel.append(m_Tree.keyOf(member));
     if (std::is_sorted(keysOfModel.begin(), keysOfModel.end()))
         return keys;
-    QHash<QString, int> positions;
+    QHash<TextKey, int> positions;
     for (const QString& key : qAsConst(keysOfModel))
         positions.insert(key, positions.size());
     const auto positionOf = [&](const QString& key) {

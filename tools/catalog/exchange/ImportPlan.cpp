@@ -1,7 +1,9 @@
 #include "ImportPlan.h"
 
 #include "ComparingChecks_p.h"
+#include "MessageChecks_p.h"
 #include "TextChecks.h"
+#include "TextKey.h"
 #include "WritingRules.h"
 
 #include <QHash>
@@ -96,6 +98,7 @@ private:
         const AnalyzedText text(unit.text, &base);
         TextFindings findings;
         const TextToCheck toCheck{text, &base, m_Rules, m_RulesOfBase, QString()};
+        findMessageFaults(toCheck, findings);
         findOtherPlaceholders(toCheck, findings);
         findOtherMarkup(toCheck, findings);
         return findings.isEmpty() ? QString()
@@ -134,7 +137,7 @@ private:
     const ImportOptions m_Options;
     const WritingRules m_Rules;
     const WritingRules m_RulesOfBase;
-    QHash<QPair<QString, bool>, int> m_Lines; ///< where each text stood
+    QHash<QPair<TextKey, bool>, int> m_Lines; ///< where each text stood
     ImportPlan m_Plan;
 };
 

@@ -1,8 +1,7 @@
 #include "PoReader.h"
 
+#include "ExchangeEncoding.h"
 #include "VisibleControls.h"
-
-#include <QTextCodec>
 
 namespace
 {
@@ -48,6 +47,12 @@ std::optional<QChar> readEscape(const QString& line, int& index)
     return std::nullopt;
 }
 
+/** Whether the character means something in a text between quotation marks. */
+bool isMark(QChar character)
+{
+    return character == QLatin1Char('\\') || character == QLatin1Char('"');
+}
+
 int skipBlanks(const QString& line, int index)
 {
     while (index < line.size() && line.at(index).isSpace())
@@ -74,11 +79,10 @@ void PoContext::read(const QString& context, ExchangeUnit& unit)
 
 std::optional<ExchangeFault> PoReader::read(const QByteArray& bytes)
 {
-    QTextCodec::ConverterState state;
-    const QString text =
-        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0)
+    const std::optional<QString> decoded = decodeUtf(bytes);
+    if (!decoded)
         return ExchangeFault{{}, QStringLiteral("is not encoded in UTF-8. Save it as UTF-8.")};
+    const QString& text = *decoded;
     for (int start = 0; start < text.size() && !m_Fault;) {
         const int end = text.indexOf(QLatin1Char('\n'), start);
         const int next = end < 0 ? text.size() : end;
@@ -177,10 +181,12 @@ void PoReader::readString(const QString& line, int start)
     }
     int index = start + 1;
     while (index < line.size() && line.at(index) != QLatin1Char('"')) {
-        if (line.at(index) != QLatin1Char('\\')) {
-            *m_pTarget += line.at(index++);
+        const int begin = index;
+        while (index < line.size() && !isMark(line.at(index)))
+            ++index;
+        m_pTarget->append(line.constData() + begin, index - begin);
+        if (index == line.size() || line.at(index) == QLatin1Char('"'))
             continue;
-        }
         ++index;
         const std::optional<QChar> character =
             index < line.size() ? readEscape(line, index) : std::nullopt;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TextKey.h"
+
 #include <QHash>
 #include <QJsonObject>
 #include <QString>
@@ -40,5 +42,5 @@ private:
 
     Style m_Style = Style::Accents;
     bool m_IsRightToLeft = false;
-    QHash<QString, QString> m_WidestTexts; ///< by URL
+    QHash<TextKey, QString> m_WidestTexts; ///< by URL
 };

@@ -1,9 +1,15 @@
 #include "TsvFormat.h"
 
+<<<<<<< HEAD
+#include "ExchangeEncoding.h"
+#include "TsvRows.h"
+=======
+#include "TextKey.h"
+>>>>>>> fuzz
 #include "VisibleControls.h"
 
 #include <QHash>
-#include <QTextCodec>
+#include <QSet>
 
 #include <algorithm>
 
@@ -34,117 +40,35 @@ bool isFormula(const QString& cell)
     return first != cell.end() && signs.contains(*first);
 }
 
-QString writeCell(const QString& text)
+void appendCell(const QString& text, QString& row)
 {
+    const QLatin1Char mark('"');
     QString cell = showControls(text);
     if (isFormula(cell))
         cell.prepend(QLatin1Char('\''));
-    const QLatin1Char mark('"');
     const bool needsMarks = std::any_of(cell.begin(), cell.end(), [=](QChar character) {
         return character == mark || character == QLatin1Char('\t') ||
                character == QLatin1Char('\n');
     });
-    if (!needsMarks)
-        return cell;
-    return mark + cell.replace(mark, QStringLiteral("\"\"")) + mark;
+    if (needsMarks)
+        row += mark + cell.replace(mark, QStringLiteral("\"\"")) + mark;
+    else
+        row += cell;
+}
+
+void appendRow(std::initializer_list<QString> cells, QString& text)
+{
+    for (const QString& cell : cells) {
+        appendCell(cell, text);
+        text += QLatin1Char('\t');
+    }
+    text[text.size() - 1] = QLatin1Char('\n');
 }
 
 QString readCell(const QString& cell)
 {
     const bool isGuarded = cell.startsWith(QLatin1Char('\'')) && isFormula(cell);
     return hideControls(isGuarded ? cell.mid(1) : cell);
-}
-
-/** Cuts the text of a file into rows of cells. */
-class Rows
-{
-public:
-    explicit Rows(const QString& text)
-        : m_Text(text)
-    {
-    }
-
-    bool isAtEnd() const { return m_Index == m_Text.size(); }
-    /** Line of the next row, from 1. */
-    int line() const { return m_Line; }
-
-    /** Goes behind the next row. @return its cells; nothing when quotation marks do not fit. */
-    std::optional<QStringList> next()
-    {
-        QStringList cells;
-        do {
-            std::optional<QString> text = nextCell();
-            if (!text)
-                return std::nullopt;
-            cells.append(*text);
-        } while (take(QLatin1Char('\t')));
-        take(QLatin1Char('\r'));
-        if (!isAtEnd() && !take(QLatin1Char('\n')))
-            return std::nullopt;
-        return cells;
-    }
-
-private:
-    bool isAt(QLatin1Char character) const
-    {
-        return m_Index < m_Text.size() && m_Text.at(m_Index) == character;
-    }
-
-    bool take(QLatin1Char character)
-    {
-        if (!isAt(character))
-            return false;
-        ++m_Index;
-        if (character == QLatin1Char('\n'))
-            ++m_Line;
-        return true;
-    }
-
-    std::optional<QString> nextCell()
-    {
-        if (isAt(QLatin1Char('"')))
-            return nextQuotedCell();
-        const int start = m_Index;
-        while (m_Index < m_Text.size() && !isAt(QLatin1Char('\t')) && !isAt(QLatin1Char('\n')))
-            ++m_Index;
-        const bool isBeforeReturn = m_Index > start &&
-                                    m_Text.at(m_Index - 1) == QLatin1Char('\r') &&
-                                    !isAt(QLatin1Char('\t'));
-        return m_Text.mid(start, m_Index - start - (isBeforeReturn ? 1 : 0));
-    }
-
-    std::optional<QString> nextQuotedCell()
-    {
-        const QLatin1Char mark('"');
-        QString text;
-        while (take(mark)) { // the first one, or the second of two
-            if (!text.isNull())
-                text += mark;
-            const int end = m_Text.indexOf(mark, m_Index);
-            if (end < 0)
-                return std::nullopt;
-            const QStringRef part = m_Text.midRef(m_Index, end - m_Index);
-            m_Line += part.count(QLatin1Char('\n'));
-            text = (text.isNull() ? QStringLiteral("") : text) + part;
-            m_Index = end + 1;
-        }
-        return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    }
-
-    const QString m_Text;
-    int m_Index = 0;
-    int m_Line = 1;
-};
-
-/** Spreadsheets write UTF-8 with or without a mark, and UTF-16 with one. */
-std::optional<QString> decode(const QByteArray& bytes)
-{
-    const QTextCodec* codec = QTextCodec::codecForUtfText(bytes, QTextCodec::codecForName("UTF-8"));
-    QTextCodec::ConverterState state;
-    const QString text = codec->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0)
-        return std::nullopt;
-    return text;
 }
 
 /** Where the columns are, by the first row. */
@@ -157,7 +81,7 @@ struct Columns {
     /** @return what is wrong with the titles; empty when they can be used. */
     QString read(const QStringList& titles)
     {
-        QStringList others;
+        QVector<int> others;
         for (int column = 0; column < titles.size(); ++column) {
             const QString title = titles.at(column).trimmed();
             if (title == urlTitle())
@@ -165,15 +89,15 @@ struct Columns {
             else if (title == shortTextTitle())
                 shortText = column;
             else if (!title.isEmpty() && title != commentTitle())
-                others.append(title);
+                others.append(column);
         }
         if (url < 0 || others.size() != 2)
             return QStringLiteral("the first row has to name the columns: URL, the key of the base "
                                   "language, the key of the language, comment, short text; found "
                                   "%1.")
                 .arg(titles.join(QStringLiteral(", ")));
-        baseText = titles.indexOf(others.first());
-        text = titles.indexOf(others.last(), baseText + 1);
+        baseText = others.first();
+        text = others.last();
         return QString();
     }
 };
@@ -199,31 +123,33 @@ void appendUnits(const QStringList& cells, const Columns& columns, int line, Exc
 
 QByteArray TsvFormat::write(const ExchangeFile& file) const
 {
+<<<<<<< HEAD
     QHash<QString, const ExchangeUnit*> shortUnits;
+    QSet<QString> fullUrls;
+=======
+    QHash<TextKey, const ExchangeUnit*> shortUnits;
     QVector<const ExchangeUnit*> rows;
-    QHash<QString, const ExchangeUnit*> fullUnits;
+    QHash<TextKey, const ExchangeUnit*> fullUnits;
     for (const ExchangeUnit& unit : file.units)
         (unit.isShort ? shortUnits : fullUnits).insert(unit.url, &unit);
+>>>>>>> fuzz
     for (const ExchangeUnit& unit : file.units) {
-        if (!unit.isShort || !fullUnits.contains(unit.url))
-            rows.append(&unit);
+        if (unit.isShort)
+            shortUnits.insert(unit.url, &unit);
+        else
+            fullUrls.insert(unit.url);
     }
-
-    const auto line = [](const QStringList& cells) {
-        QStringList written;
-        for (const QString& cell : cells)
-            written.append(writeCell(cell));
-        return written.join(QLatin1Char('\t')) + QLatin1Char('\n');
-    };
-    const QChar byteOrderMark(QChar::ByteOrderMark);
-    QString text = byteOrderMark + line({urlTitle(), file.baseLanguage, file.language,
-                                         commentTitle(), shortTextTitle()});
-    for (const ExchangeUnit* unit : qAsConst(rows)) {
-        const ExchangeUnit* shortUnit = shortUnits.value(unit->url);
-        const bool isFull = !unit->isShort;
-        text +=
-            line({unit->url, isFull ? unit->baseText : QString(), isFull ? unit->text : QString(),
-                  unit->comment, shortUnit != nullptr ? shortUnit->text : QString()});
+    QString text(QChar::ByteOrderMark);
+    appendRow({urlTitle(), file.baseLanguage, file.language, commentTitle(), shortTextTitle()},
+              text);
+    for (const ExchangeUnit& unit : file.units) {
+        if (unit.isShort && fullUrls.contains(unit.url))
+            continue;
+        const ExchangeUnit* shortUnit = shortUnits.value(unit.url);
+        appendRow({unit.url, unit.isShort ? QString() : unit.baseText,
+                   unit.isShort ? QString() : unit.text, unit.comment,
+                   shortUnit != nullptr ? shortUnit->text : QString()},
+                  text);
     }
     return text.toUtf8();
 }
@@ -231,10 +157,10 @@ QByteArray TsvFormat::write(const ExchangeFile& file) const
 std::optional<ExchangeFault> TsvFormat::read(const QByteArray& bytes, ExchangeFile& file) const
 {
     file = ExchangeFile();
-    const std::optional<QString> text = decode(bytes);
+    const std::optional<QString> text = decodeUtf(bytes);
     if (!text)
         return ExchangeFault{{}, QStringLiteral("is not encoded in UTF-8. Save it as UTF-8.")};
-    Rows rows(*text);
+    TsvRows rows(*text);
     Columns columns;
     for (bool isFirst = true; !rows.isAtEnd(); isFirst = false) {
         const int line = rows.line();
@@ -249,8 +175,8 @@ std::optional<ExchangeFault> TsvFormat::read(const QByteArray& bytes, ExchangeFi
             const QString fault = columns.read(*cells);
             if (!fault.isEmpty())
                 return ExchangeFault{{line, 1}, fault};
-            file.baseLanguage = cells->at(columns.baseText);
-            file.language = cells->at(columns.text);
+            file.baseLanguage = cells->at(columns.baseText).trimmed();
+            file.language = cells->at(columns.text).trimmed();
         } else if (!cells->join(QString()).isEmpty()) {
             appendUnits(*cells, columns, line, file);
         }

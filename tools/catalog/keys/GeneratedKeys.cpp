@@ -1,6 +1,7 @@
 #include "GeneratedKeys.h"
 
 #include "ReservedWords.h"
+#include "TextKey.h"
 
 #include <QStringList>
 
@@ -137,7 +138,7 @@ private:
 };
 
 void collectNames(const KeyTree::Node& node, const QString& prefix, const QString& separator,
-                  QHash<QString, QString>& names)
+                  QHash<TextKey, QString>& names)
 {
     for (const KeyTree::Node& child : node.children) {
         const QString name = prefix + child.name;
@@ -186,16 +187,16 @@ QByteArray generateKeySingleton(const QVector<KeyText>& texts)
     return writer.bytes();
 }
 
-QHash<QString, QString> keyHeaderNames(const QVector<KeyText>& texts)
+QHash<TextKey, QString> keyHeaderNames(const QVector<KeyText>& texts)
 {
-    QHash<QString, QString> names;
+    QHash<TextKey, QString> names;
     collectNames(KeyTree(texts, nameInCpp).root(), QString(), QStringLiteral("::"), names);
     return names;
 }
 
-QHash<QString, QString> keySingletonNames(const QVector<KeyText>& texts)
+QHash<TextKey, QString> keySingletonNames(const QVector<KeyText>& texts)
 {
-    QHash<QString, QString> names;
+    QHash<TextKey, QString> names;
     collectNames(KeyTree(texts, nameInQml).root(), QString(), QStringLiteral("."), names);
     return names;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KeyTree.h"
+#include "TextKey.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -24,9 +25,9 @@ QByteArray generateKeyHeader(const QVector<KeyText>& texts, const QString& names
 QByteArray generateKeySingleton(const QVector<KeyText>& texts);
 
 /** The URLs of the header's constants by their names within its namespace: "Menu::Save". */
-QHash<QString, QString> keyHeaderNames(const QVector<KeyText>& texts);
+QHash<TextKey, QString> keyHeaderNames(const QVector<KeyText>& texts);
 /** The URLs of the singleton's properties by their names: "menu.save". */
-QHash<QString, QString> keySingletonNames(const QVector<KeyText>& texts);
+QHash<TextKey, QString> keySingletonNames(const QVector<KeyText>& texts);
 
 /** Whether a name can be that of a C++ namespace, or of several nested ones joined with "::". */
 bool isNamespaceName(const QString& name);

@@ -1,6 +1,7 @@
 #include "KeyTexts.h"
 
 #include "LanguageFolder.h"
+#include "TextKey.h"
 
 #include "LanguageDefinitions.h"
 
@@ -14,7 +15,7 @@ QVector<KeyText> keyTextsOf(const LanguageFolder& folder, const QString& baseLan
             urls += folder.getAvailableUrls(language);
     }
     urls.sort();
-    urls.removeDuplicates();
+    removeRepeated(urls);
     QVector<KeyText> texts;
     for (const QString& url : qAsConst(urls))
         texts.append(

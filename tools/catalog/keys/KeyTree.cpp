@@ -1,5 +1,7 @@
 #include "KeyTree.h"
 
+#include "TextKey.h"
+
 #include "LanguageDefinitions.h"
 
 #include <QHash>
@@ -51,7 +53,7 @@ QString distinctName(const QString& key)
 
 void nameChildren(KeyTree::Node& node, const KeyTree::FinishName& finishName)
 {
-    QHash<QString, int> uses;
+    QHash<TextKey, int> uses;
     for (auto child = node.children.begin(); child != node.children.end(); ++child) {
         child->name = finishName(readableName(child.key()));
         ++uses[child->name];

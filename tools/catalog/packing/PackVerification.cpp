@@ -1,5 +1,7 @@
 #include "PackVerification.h"
 
+#include "TextKey.h"
+
 #include "LanguageDefinitions.h"
 #include "TextManagerBase.h"
 
@@ -9,7 +11,7 @@ namespace
 {
 
 /** Adds the URL of every text below a node, listed or not. */
-void collectTexts(const QJsonObject& node, const QString& url, QSet<QString>& urls)
+void collectTexts(const QJsonObject& node, const QString& url, QSet<TextKey>& urls)
 {
     if (node.contains(LanguageDefinitions::getJsonTextName()))
         urls.insert(url);
@@ -40,7 +42,7 @@ public:
 
     QStringList collectUrls() const
     {
-        QSet<QString> urls;
+        QSet<TextKey> urls;
         for (const auto* map : {&m_LanguageMap, &m_ShortLanguageMap}) {
             for (const QJsonObject& document : *map)
                 collectTexts(document.value(LanguageDefinitions::getJsonContentName()).toObject(),

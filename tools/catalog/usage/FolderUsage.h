@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TextKey.h"
 #include "TextUses.h"
 
 #include <QString>
@@ -52,7 +53,7 @@ private:
     const LanguageFolder& m_Folder;
     const QStringList m_Languages;
     UrlNames m_Names;
-    QSet<QString> m_Named;
+    QSet<TextKey> m_Named;
     QStringList m_Beginnings;
     QVector<PlacedUse> m_Unknown;
     QVector<PlacedUse> m_AtRunTime;

@@ -2,6 +2,7 @@
 
 #include "Finding.h"
 #include "SourceTokens.h"
+#include "TextKey.h"
 
 #include <QHash>
 #include <QSet>
@@ -25,13 +26,13 @@ struct TextUse {
 /** What a source says of texts. */
 struct SourceUses {
     QVector<TextUse> uses;
-    QSet<QString> literals; ///< all of them: one that is a URL may be handed on to a look-up
+    QSet<TextKey> literals; ///< all of them: one that is a URL may be handed on to a look-up
 };
 
 /** What a text URL may be called by, beside itself. */
 struct UrlNames {
-    QHash<QString, QString> cppConstants;  ///< "Menu::Save" to its URL, as in a generated header
-    QHash<QString, QString> qmlProperties; ///< "menu.save" to its URL, as in a generated singleton
+    QHash<TextKey, QString> cppConstants;  ///< "Menu::Save" to its URL, as in a generated header
+    QHash<TextKey, QString> qmlProperties; ///< "menu.save" to its URL, as in a generated singleton
     QStringList textIdKeys;                ///< keys of JSON data whose values are text URLs
     QStringList languages;                 ///< what is asked for in their place is no text URL
 };

@@ -1,6 +1,7 @@
 #include "CheckList.h"
 #include "CheckReports.h"
 #include "DocumentTexts.h"
+#include "TextKey.h"
 
 #include "LanguageDefinitions.h"
 
@@ -47,7 +48,7 @@ public:
     }
 
 private:
-    QHash<QString, QHash<QString, QString>> m_Texts;
+    QHash<TextKey, QHash<TextKey, QString>> m_Texts;
 };
 
 /** "de-DE" for "de_DE", as a browser wants it; POSIX is English without a country. */
@@ -73,7 +74,7 @@ QJsonArray describeChecks()
 QJsonArray describeFindings(const CheckResult& result, const LanguageCatalog& catalog,
                             const CheckSettings& settings, const TextLookUp& texts)
 {
-    QHash<QString, bool> areShort;
+    QHash<TextKey, bool> areShort;
     for (const CatalogFile& file : catalog.files())
         areShort.insert(file.file, file.isShort);
     QJsonArray findings = toJson(result).value(QStringLiteral("findings")).toArray();

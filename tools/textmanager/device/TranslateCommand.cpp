@@ -121,12 +121,12 @@ bool reportMisses(const TextIdTranslation& translation, const LanguageFolder& fo
         return false;
     printMessage(QStringLiteral("unknown text ids, for which the empty text was written: %1")
                      .arg(translation.missCount()));
-    const QStringList urls = folder.collectAllUrls();
+    NameSuggestions suggestions([&] { return folder.collectAllUrls(); });
     for (const QString& textId : translation.missedTextIds())
         printMessage(
             QStringLiteral("%1: no text (%2).")
                 .arg(textId, folder.explainMiss(textId, LanguageFolder::Wanted::Text, language)) +
-            suggestNames(textId, urls));
+            suggestions.suggest(textId));
     return true;
 }
 

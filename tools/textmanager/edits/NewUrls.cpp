@@ -3,6 +3,7 @@
 #include "Console.h"
 #include "FolderWords.h"
 #include "NearestNames.h"
+#include "TextKey.h"
 #include "TextNodes.h"
 
 #include "LanguageInformation.h"
@@ -14,14 +15,15 @@ NewUrls::NewUrls(const QVector<TextEdit>& edits, const QJsonObject& document)
         if (valueAt(storagePathOf(edit.url, document), document).isUndefined())
             m_NewUrls.append(edit.url);
     }
-    m_NewUrls.removeDuplicates();
+    removeRepeated(m_NewUrls);
 }
 
 bool NewUrls::areRefused() const
 {
+    NameSuggestions suggestions([this] { return m_KnownUrls; });
     for (const QString& url : m_NewUrls)
         printMessage(QStringLiteral("%1: is not there, and --must-exist adds no URL.").arg(url) +
-                     suggestNames(url, m_KnownUrls));
+                     suggestions.suggest(url));
     return !m_NewUrls.isEmpty();
 }
 

@@ -3,6 +3,7 @@
 #include "EditResult.h"
 #include "Folders.h"
 #include "NearestNames.h"
+#include "TextKey.h"
 #include "TextNodes.h"
 
 #include "LanguageInformation.h"
@@ -15,12 +16,13 @@ namespace
 /** Whether there is a node at every URL; a message says where not. */
 bool areThere(const QStringList& urls, const QJsonObject& document)
 {
+    NameSuggestions suggestions([&] { return LanguageInformation().getAvailableUrls(document); });
     bool areAllThere = true;
     for (const QString& url : urls) {
         if (valueAt(storagePathOf(url, document), document).isObject())
             continue;
         printMessage(QStringLiteral("%1: there is nothing to remove.").arg(url) +
-                     suggestNames(url, LanguageInformation().getAvailableUrls(document)));
+                     suggestions.suggest(url));
         areAllThere = false;
     }
     return areAllThere;
@@ -38,7 +40,7 @@ QVector<EditChange> removeAll(const QStringList& urls, QJsonObject& document)
     }
     const QStringList after = LanguageInformation().getAvailableUrls(document);
 
-    QSet<QString> known(after.begin(), after.end());
+    QSet<TextKey> known(after.begin(), after.end());
     QVector<EditChange> changes;
     for (const QString& url : before) {
         if (known.contains(url))

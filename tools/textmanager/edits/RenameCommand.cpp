@@ -2,6 +2,7 @@
 #include "Commands.h"
 #include "Folders.h"
 #include "NearestNames.h"
+#include "TextKey.h"
 #include "TextRename.h"
 
 #include "LanguageInformation.h"
@@ -46,7 +47,7 @@ void reportMiss(const TextRename& rename, const QString& url)
     QStringList urls;
     for (const TextRename::File& file : rename.files())
         urls += LanguageInformation().getAvailableUrls(file.document.document());
-    urls.removeDuplicates();
+    removeRepeated(urls);
     printMessage(QStringLiteral("%1: no language has it. Nothing was changed.").arg(url) +
                  suggestNames(url, urls));
 }

@@ -5,12 +5,13 @@
 #include "Folders.h"
 #include "Input.h"
 #include "NewUrls.h"
+#include "TextKey.h"
 #include "TextNodes.h"
 
 #include "LanguageDefinitions.h"
 #include "LanguageInformation.h"
 
-#include <cstdio>
+#include <QSet>
 
 namespace
 {
@@ -60,13 +61,13 @@ QString apply(const TextEdit& edit, QJsonObject& document, QVector<EditChange>& 
 
 void reportHalfNodes(const QVector<EditChange>& changes, const QJsonObject& document)
 {
-    QStringList reported;
+    QSet<TextKey> reported;
     for (const EditChange& change : changes) {
         const QJsonValue node = valueAt(storagePathOf(change.name, document), document);
         if (LanguageInformation().checkIfTextAndCommentExists(node) ||
             reported.contains(change.name))
             continue;
-        reported.append(change.name);
+        reported.insert(change.name);
         const bool hasText =
             LanguageInformation().checkIfPropertyExists(node.toObject(), textOption());
         printMessage(QStringLiteral("%1: has no %2 yet, and is not listed before it has one. Give "

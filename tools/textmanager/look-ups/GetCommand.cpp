@@ -33,12 +33,13 @@ void reportLanguage(const LanguageFolder& folder, const QString& language)
                      suggestNames(language, loaded));
 }
 
-void reportMiss(const LanguageFolder& folder, const QString& url, const Request& request)
+void reportMiss(const LanguageFolder& folder, const QString& url, const Request& request,
+                NameSuggestions& suggestions)
 {
     printMessage(QStringLiteral("%1: no %2 (%3).")
                      .arg(url, nameOf(request.wanted),
                           folder.explainMiss(url, request.wanted, request.language)) +
-                 suggestNames(url, folder.collectAllUrls()));
+                 suggestions.suggest(url));
 }
 
 void reportSubstitute(const QString& url, const Answer& answer, const Request& request)
@@ -66,6 +67,7 @@ ExitStatus answerUrls(const LanguageFolder& folder, const QStringList& urls, con
                       bool isJsonWanted)
 {
     reportLanguage(folder, request.language);
+    NameSuggestions suggestions([&] { return folder.collectAllUrls(); });
     ExitStatus status = Done;
     QJsonArray answers;
     for (const QString& url : urls) {
@@ -73,7 +75,7 @@ ExitStatus answerUrls(const LanguageFolder& folder, const QStringList& urls, con
         if (answer.isFound()) {
             reportSubstitute(url, answer, request);
         } else {
-            reportMiss(folder, url, request);
+            reportMiss(folder, url, request, suggestions);
             status = AnswerIsNo;
         }
         if (isJsonWanted)

@@ -40,12 +40,12 @@ QJsonArray toJson(const QVector<PlacedUse>& uses)
     return array;
 }
 
-void printLines(const FolderUsage& usage, const QStringList& unused, const QStringList& knownUrls)
+void printLines(const FolderUsage& usage, const QStringList& unused, const LanguageFolder& folder)
 {
+    NameSuggestions suggestions([&] { return folder.collectAllUrls(); });
     for (const PlacedUse& placed : usage.unknown())
-        printResult(
-            QStringLiteral("%1: unknown %2: no language has it.%3")
-                .arg(placeOf(placed), placed.use.url, suggestNames(placed.use.url, knownUrls)));
+        printResult(QStringLiteral("%1: unknown %2: no language has it.%3")
+                        .arg(placeOf(placed), placed.use.url, suggestions.suggest(placed.use.url)));
     for (const PlacedUse& placed : usage.atRunTime())
         printResult(
             QStringLiteral("%1: the URL %2.").arg(placeOf(placed), describeAtRunTime(placed.use)));
@@ -57,7 +57,7 @@ void print(const FolderUsage& usage, const LanguageFolder& folder, const Command
 {
     const QStringList unused = commandLine.isSet(unusedOption) ? usage.findUnused() : QStringList();
     if (!commandLine.isJsonWanted()) {
-        printLines(usage, unused, folder.collectAllUrls());
+        printLines(usage, unused, folder);
         return;
     }
     QJsonObject result{{QStringLiteral("unknown"), toJson(usage.unknown())},

@@ -1,5 +1,7 @@
 #include "Placeholders.h"
 
+#include "TextKey.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -184,7 +186,7 @@ QStringList Placeholders::namesOf(bool isPrintf) const
             names.append(placeholder.name);
     }
     if (!isPrintf)
-        names.removeDuplicates();
+        removeRepeated(names);
     return names;
 }
 

@@ -1,5 +1,7 @@
 #include "TextData.h"
 
+#include "TextKey.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -180,7 +182,7 @@ QStringList TextData::findMissing(const TextData& base) const
         if (!number.isPartOfWord && !hasNumber(number))
             missing.append(number.written);
     }
-    missing.removeDuplicates();
+    removeRepeated(missing);
     return missing;
 }
 

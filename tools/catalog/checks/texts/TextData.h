@@ -2,6 +2,7 @@
 
 #include "MarkupTags.h"
 #include "Placeholders.h"
+#include "TextKey.h"
 
 #include <QSet>
 #include <QString>
@@ -45,5 +46,5 @@ private:
     };
     QVector<Address> m_Addresses;
     QVector<Number> m_Numbers;
-    QSet<QString> m_Readings; ///< all that the numbers may be
+    QSet<TextKey> m_Readings; ///< all that the numbers may be
 };
