@@ -73,7 +73,7 @@ void TextManagerMemory::remember(const QString& folderPath, const std::optional<
         return;
     }
     Folder& folder = m_Folders[folderPath];
-    QHash<QString, LanguageFile> files;
+    QMap<QString, LanguageFile> files;
     for (const FileName& name : fileNames) {
         const auto file = folder.files.constFind(name.path);
         if (file != folder.files.constEnd())

@@ -4,8 +4,8 @@
 #include "FileStamp_p.h"
 #include "LanguageFile_p.h"
 
-#include <QHash>
 #include <QJsonObject>
+#include <QMap>
 #include <QString>
 #include <QVector>
 
@@ -45,7 +45,7 @@ private:
     struct Folder {
         std::optional<FileStamp> stamp; ///< unchanged with it; without it only a new list can tell
         QVector<FileName> fileNames;
-        QHash<QString, LanguageFile> files; ///< by path
+        QMap<QString, LanguageFile> files; ///< by path
     };
 
     void remember(const QString& folderPath, const std::optional<FileStamp>& stamp,
@@ -54,5 +54,5 @@ private:
                                                 const LanguageFile::Digest& digest);
     void forgetAnswers();
 
-    QHash<QString, Folder> m_Folders; ///< by path
+    QMap<QString, Folder> m_Folders; ///< by path
 };

@@ -81,7 +81,8 @@ QString JsonTree::decode(int begin, int end) const
     if (begin == end)
         return QString();
     const QByteArray quoted = QByteArray::fromRawData(m_Bytes.constData() + begin, end - begin);
-    if (quoted.contains('\\'))
+    // QString takes U+FEFF at the beginning for a byte order mark, and leaves it out.
+    if (quoted.contains('\\') || quoted.startsWith("\"\xEF\xBB\xBF"))
         return QJsonDocument::fromJson('[' + quoted + ']').array().first().toString();
     return QString::fromUtf8(quoted.constData() + 1, quoted.size() - 2);
 }

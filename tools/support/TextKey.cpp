@@ -8,11 +8,12 @@
 
 #include <algorithm>
 
-uint qHash(const TextKey& key, uint seed)
+TextKeyHash qHash(const TextKey& key, TextKeyHash seed)
 {
     static const quint64 secret = QRandomGenerator::system()->generate64();
     const std::size_t byteCount = static_cast<std::size_t>(key.size()) * sizeof(QChar);
-    return static_cast<uint>(XXH3_64bits_withSeed(key.constData(), byteCount, secret + seed));
+    return static_cast<TextKeyHash>(
+        XXH3_64bits_withSeed(key.constData(), byteCount, secret + seed));
 }
 
 void removeRepeated(QStringList& texts)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -18,8 +19,10 @@ public:
     }
 };
 
+using TextKeyHash = decltype(qHash(QString())); // another type in each Qt
+
 /** With a secret of the process. */
-uint qHash(const TextKey& key, uint seed = 0);
+TextKeyHash qHash(const TextKey& key, TextKeyHash seed = 0);
 
 /** What QStringList::removeDuplicates() does, which has Qt's hash. */
 void removeRepeated(QStringList& texts);

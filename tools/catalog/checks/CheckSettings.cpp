@@ -2,6 +2,7 @@
 
 #include "CheckList.h"
 #include "JsonTree.h"
+#include "LanguageReading.h"
 #include "NearestNames.h"
 #include "RegularFile.h"
 
@@ -57,7 +58,7 @@ private:
         else if (key == QLatin1String("base"))
             readString(member, m_Settings.base);
         else if (key == QLatin1String("shortFolder"))
-            readString(member, m_Settings.shortFolder);
+            readShortFolder(member);
         else if (key == QLatin1String("shortLength"))
             readShortLength(member);
         else if (key == QLatin1String("failOn"))
@@ -78,6 +79,14 @@ private:
             refuse(member, QStringLiteral("expected a text that is not empty."));
         else
             value = read;
+    }
+
+    void readShortFolder(int member)
+    {
+        if (isSubFolder(m_Tree.stringOf(member)))
+            m_Settings.shortFolder = m_Tree.stringOf(member);
+        else
+            refuse(member, QStringLiteral("expected the name of a folder below this one."));
     }
 
     std::optional<double> numberOf(int member) const

@@ -7,6 +7,7 @@
 
 #include "LanguageDefinitions.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QJsonDocument>
 
@@ -52,6 +53,13 @@ QStringList listLanguages(const QString& folderPath)
     }
     removeRepeated(languages);
     return languages;
+}
+
+bool isSubFolder(const QString& name)
+{
+    const QString path = QDir::cleanPath(name);
+    return !path.isEmpty() && path != QLatin1String(".") && QDir::isRelativePath(path) &&
+           path != QLatin1String("..") && !path.startsWith(QLatin1String("../"));
 }
 
 QString findLanguageFile(const QString& folderPath, const QString& language)

@@ -12,6 +12,10 @@
 /** The keys of all languages in a folder, in the order of their files. */
 QStringList listLanguages(const QString& folderPath);
 
+/** Whether @p name is that of a folder below another one, whatever is there: it may come from a
+ * stranger's file of settings, and must not lead out. */
+bool isSubFolder(const QString& name);
+
 /** The file that a text manager answers with for a language; empty when there is none. */
 QString findLanguageFile(const QString& folderPath, const QString& language);
 

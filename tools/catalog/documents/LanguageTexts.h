@@ -1,10 +1,7 @@
 #pragma once
 
-<<<<<<< HEAD
 #include "JsonTree.h"
-=======
 #include "TextKey.h"
->>>>>>> fuzz
 
 #include <QHash>
 #include <QJsonObject>

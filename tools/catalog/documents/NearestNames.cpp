@@ -10,8 +10,9 @@
 namespace
 {
 
-/** How many characters must be added, removed or changed to make one text of the other. */
-int editDistance(const QString& from, const QString& to)
+/** How many characters must be added, removed or changed to make one text of the other; where that
+ * is more than @p most, some number that is more, too. */
+int editDistance(const QString& from, const QString& to, int most)
 {
     QVector<int> costs(to.size() + 1);
     for (int column = 0; column <= to.size(); ++column)
@@ -24,6 +25,9 @@ int editDistance(const QString& from, const QString& to)
             diagonal = costs.at(column);
             costs[column] = std::min({change, diagonal + 1, costs.at(column - 1) + 1});
         }
+        const int least = *std::min_element(costs.cbegin(), costs.cend());
+        if (least > most)
+            return least;
     }
     return costs.last();
 }
@@ -60,7 +64,7 @@ private:
     int boundedDistance(const QString& from, const QString& to) const
     {
         const int atLeast = std::abs(from.size() - to.size());
-        return atLeast > m_Farthest ? atLeast : editDistance(from, to);
+        return atLeast > m_Farthest ? atLeast : editDistance(from, to, m_Farthest);
     }
 
     const QString m_Name;

@@ -1,11 +1,8 @@
 #include "TsvFormat.h"
 
-<<<<<<< HEAD
 #include "ExchangeEncoding.h"
-#include "TsvRows.h"
-=======
 #include "TextKey.h"
->>>>>>> fuzz
+#include "TsvRows.h"
 #include "VisibleControls.h"
 
 #include <QHash>
@@ -123,16 +120,8 @@ void appendUnits(const QStringList& cells, const Columns& columns, int line, Exc
 
 QByteArray TsvFormat::write(const ExchangeFile& file) const
 {
-<<<<<<< HEAD
-    QHash<QString, const ExchangeUnit*> shortUnits;
-    QSet<QString> fullUrls;
-=======
     QHash<TextKey, const ExchangeUnit*> shortUnits;
-    QVector<const ExchangeUnit*> rows;
-    QHash<TextKey, const ExchangeUnit*> fullUnits;
-    for (const ExchangeUnit& unit : file.units)
-        (unit.isShort ? shortUnits : fullUnits).insert(unit.url, &unit);
->>>>>>> fuzz
+    QSet<TextKey> fullUrls;
     for (const ExchangeUnit& unit : file.units) {
         if (unit.isShort)
             shortUnits.insert(unit.url, &unit);

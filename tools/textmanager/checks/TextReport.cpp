@@ -84,7 +84,7 @@ QString toTable(const QVector<LanguageCoverage>& languages, const CheckSettings&
 {
     int width = 8;
     for (const LanguageCoverage& coverage : languages)
-        width = std::max(width, coverage.language.size());
+        width = std::max(width, painter.plain(coverage.language).size());
     QStringList lines;
     for (const LanguageCoverage& coverage : languages) {
         const bool isUnder = settings.failUnder && coverage.share() < *settings.failUnder;
@@ -95,7 +95,7 @@ QString toTable(const QVector<LanguageCoverage>& languages, const CheckSettings&
                                     ? painter.good(shown)
                                     : painter.inColourOf(shown, Finding::Class::Warning);
         QString line = QStringLiteral("%1 %2  %3 of %4 texts")
-                           .arg(coverage.language, -width)
+                           .arg(painter.plain(coverage.language), -width)
                            .arg(painted)
                            .arg(coverage.translated)
                            .arg(coverage.texts);

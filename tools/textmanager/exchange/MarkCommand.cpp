@@ -34,11 +34,8 @@ QStringList urlsOf(const LanguageTexts& texts)
  * when a URL has neither. */
 std::optional<QVector<Mark>> findMarks(const QStringList& urls, const ExchangeTexts& texts)
 {
-<<<<<<< HEAD
     QVector<Mark> marks;
-=======
-    NameSuggestions suggestions([&] { return urlsOf(texts); });
->>>>>>> fuzz
+    NameSuggestions suggestions([&] { return urlsOf(texts.full.language); });
     bool areAllThere = true;
     for (const QString& url : urls) {
         const int before = marks.size();
@@ -50,11 +47,7 @@ std::optional<QVector<Mark>> findMarks(const QStringList& urls, const ExchangeTe
             continue;
         areAllThere = false;
         printMessage(QStringLiteral("%1: there is no text to mark.").arg(url) +
-<<<<<<< HEAD
-                     suggestNames(url, urlsOf(texts.full.language)));
-=======
                      suggestions.suggest(url));
->>>>>>> fuzz
     }
     return areAllThere ? std::make_optional(marks) : std::nullopt;
 }

@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "HelpText.h"
+#include "LanguageReading.h"
 #include "NearestNames.h"
 
 #include "LanguageDefinitions.h"
@@ -62,6 +63,11 @@ QString CommandLine::findFault() const
                    suggestNames(given, option.choices);
         if (option.name == QLatin1String("language") && isSet(option.name) && given.isEmpty())
             return QStringLiteral("--language needs a key, such as de_DE.");
+        if (option.name == shortFolderOption().name && !given.isEmpty() && !isSubFolder(given))
+            return QStringLiteral(
+                       "--short-folder '%1' is no folder below DIR: give its name there, "
+                       "such as short.")
+                .arg(given);
     }
 
     const QStringList argumentNames = m_Description.argumentNames();
