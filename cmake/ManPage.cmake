@@ -10,5 +10,5 @@ function(textmanager_add_man_page program)
     DEPENDS ${program}
     VERBATIM)
   add_custom_target(${program}-man ALL DEPENDS ${page})
-  install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
 endfunction()

@@ -73,8 +73,10 @@ private:
      */
     static bool isSame(const QJsonObject* document, const QJsonObject& source)
     {
-        return document == nullptr ? source.isEmpty()
-                                   : std::memcmp(document, &source, sizeof source) == 0;
+        if (document == nullptr)
+            return source.isEmpty();
+        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): the pointers are what is compared
+        return std::memcmp(document, &source, sizeof source) == 0;
     }
     /** Where a language was found last, so that it is found without a search. */
     struct RecentLanguage {

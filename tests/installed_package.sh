@@ -107,7 +107,7 @@ configure_and_build "$source/examples/device-platform" "$work/device-build" \
     "-DCMAKE_INSTALL_PREFIX=$work/device"
 cmake --install "$work/device-build" >/dev/null
 configure_and_build "$source" "$work/library-build" "-DCMAKE_PREFIX_PATH=$work/device" \
-    -DTEXTMANAGER_PLATFORM_PACKAGE=DevicePlatform -DTEXTMANAGER_BUILD_TESTS=OFF \
+    -DTEXTMANAGER_PLATFORM_PACKAGE=DevicePlatform -DBUILD_TESTING=OFF -DCMAKE_INSTALL_RPATH_USE_LINK_PATH=ON \
     -DCMAKE_DISABLE_FIND_PACKAGE_ICU=ON -DCMAKE_DISABLE_FIND_PACKAGE_Qt5Quick=ON
 cmake --install "$work/library-build" --prefix "$work/library" >/dev/null
 [ -z "$(find "$work/library" -ipath '*platform*')" ] || fail "the reference platform was installed"

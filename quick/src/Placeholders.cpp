@@ -30,7 +30,7 @@ QString Placeholders::findOtherName(const QVariantMap& arguments)
     static const QRegularExpression number(QStringLiteral("^[1-9][0-9]?$"));
     for (auto argument = arguments.cbegin(); argument != arguments.cend(); ++argument) {
         if (!number.match(argument.key()).hasMatch())
-            return argument.key().isNull() ? QStringLiteral("") : argument.key();
+            return argument.key().isNull() ? QString(QLatin1String("")) : argument.key();
     }
     return QString();
 }

@@ -170,7 +170,7 @@ CheckSettings::CheckSettings()
 void CheckSettings::readFrom(const QString& folderPath)
 {
     const QString path = folderPath + QLatin1Char('/') + fileName();
-    if (!QFileInfo(path).exists() && !QFileInfo(path).isSymLink())
+    if (!QFileInfo::exists(path) && !QFileInfo(path).isSymLink())
         return;
     const FileContent content = readRegularFile(path);
     if (!content.bytes) {

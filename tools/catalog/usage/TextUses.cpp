@@ -170,7 +170,7 @@ private:
             m_Types.removeLast();
         else if (isIdentifier(at(i), "Texts") && at(i + 1).isSign(".") &&
                  isIdentifier(at(i + 2), "text") && at(i + 3).isSign("("))
-            evaluate(argumentsOf(m_Tokens, i + 3).first(), at(i + 2).place);
+            evaluate(argumentsOf(m_Tokens, i + 3).constFirst(), at(i + 2).place);
         else if (isIdentifier(at(i), "url") && at(i + 1).isSign(":") && !m_Types.isEmpty() &&
                  m_Types.last() == QLatin1String("DeviceText"))
             evaluate(bindingAt(i + 2), at(i).place);

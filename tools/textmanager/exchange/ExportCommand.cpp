@@ -105,7 +105,7 @@ const ExchangeFormat* formatOfAll(const CommandLine& commandLine)
 {
     return ExchangeFormat::byName(commandLine.isSet(asOption().name)
                                       ? commandLine.value(asOption().name)
-                                      : ExchangeFormat::names().first());
+                                      : ExchangeFormat::names().constFirst());
 }
 
 ExitStatus runExport(const CommandLine& commandLine)
