@@ -23,6 +23,15 @@ int openWithoutWaiting(const QByteArray& path)
 
 } // namespace
 
+QByteArray RegularFile::readAll()
+{
+    const qint64 size = m_File.size();
+    const QByteArray bytes = m_File.readAll();
+    if (m_File.error() != QFileDevice::NoError || bytes.size() < size)
+        m_LastingStamp.reset();
+    return bytes;
+}
+
 bool RegularFile::open(const QString& path)
 {
     const QFileInfo info(path);

@@ -16,11 +16,13 @@ class RegularFile
 public:
     /** Whether there is such a file, also at the end of a link, and it could be opened. */
     bool open(const QString& path);
-    QByteArray readAll() { return m_File.readAll(); }
+    /** What can be read; that an error of the disk cut it off is told by lastingStamp() alone. */
+    QByteArray readAll();
 
     /**
      * What the file is known by as long as nobody changes it; taken when it was opened. Nothing
-     * when it was written a moment ago, or its file system does not tell reliably.
+     * when it was written a moment ago, when its file system does not tell reliably, and when it
+     * could not be read to its end: the next time it may be.
      */
     const std::optional<FileStamp>& lastingStamp() const { return m_LastingStamp; }
 

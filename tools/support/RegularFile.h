@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 /** What reading a file gave: its bytes, or why there are none. */
 struct FileContent {
@@ -16,3 +17,13 @@ struct FileContent {
  * never waits: a FIFO or a device in its place is an error.
  */
 FileContent readRegularFile(const QString& path);
+
+/** Whether nothing is at @p path. What cannot be looked at, since the disk fails, is not nothing. */
+bool isNothingAt(const QString& path);
+
+/** The names in a folder. */
+struct FolderNames {
+    std::vector<QByteArray> names; ///< as the file system has them, in ascending order
+    QString error;                 ///< why they are not all; empty when they are
+};
+FolderNames readFolder(const QString& path);

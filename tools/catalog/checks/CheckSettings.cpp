@@ -170,7 +170,7 @@ CheckSettings::CheckSettings()
 void CheckSettings::readFrom(const QString& folderPath)
 {
     const QString path = folderPath + QLatin1Char('/') + fileName();
-    if (!QFileInfo::exists(path) && !QFileInfo(path).isSymLink())
+    if (isNothingAt(path))
         return;
     const FileContent content = readRegularFile(path);
     if (!content.bytes) {

@@ -1,12 +1,14 @@
 #include "FolderCheck.h"
 
 #include "CheckList.h"
+#include "FolderPack.h"
 #include "LanguageCheck_p.h"
 #include "PseudoLanguage.h"
 #include "RegularFile.h"
 
 #include "LanguageDefinitions.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -38,7 +40,7 @@ QVector<Finding> readRecord(const LanguageCatalog& catalog, const QString& base,
 {
     const CatalogFile* file = catalog.find(base, isShort);
     const QString folder = file != nullptr ? QFileInfo(file->path).path() : QString();
-    if (file == nullptr || !QFileInfo::exists(BaseTextRecord::pathIn(folder)))
+    if (file == nullptr || isNothingAt(BaseTextRecord::pathIn(folder)))
         return {};
     BaseTextRecord found;
     const FileContent content = readRegularFile(BaseTextRecord::pathIn(folder));
@@ -61,6 +63,24 @@ QVector<Finding> readRecord(const LanguageCatalog& catalog, const QString& base,
     if (found.baseLanguage() == base)
         record = found;
     return {};
+}
+
+/** A folder into which a pack was put half. */
+QVector<Finding> findUnfinishedPack(const LanguageCatalog& catalog)
+{
+    if (catalog.files().empty())
+        return {};
+    const QFileInfo file(catalog.files().front().path);
+    if (isNothingAt(file.dir().filePath(FolderPack::unfinishedMark())))
+        return {};
+    return {{QStringLiteral("unfinished-pack"),
+             Finding::Class::Error,
+             FolderPack::unfinishedMark(),
+             {},
+             {},
+             {},
+             QStringLiteral("The pack was interrupted, and some of its files are of an older one. "
+                            "Pack it again.")}};
 }
 
 /** Whether the language was made to be looked at: nobody is to translate it. */
@@ -163,7 +183,8 @@ CheckResult checkFolder(const LanguageCatalog& catalog, const CheckSettings& set
         context.shortTexts = collectReferences(catalog, settings.base, true);
     }
     CheckResult result;
-    result.findings = settings.faults + readRecord(catalog, settings.base, false, context.record) +
+    result.findings = settings.faults + findUnfinishedPack(catalog) +
+                      readRecord(catalog, settings.base, false, context.record) +
                       readRecord(catalog, settings.base, true, context.shortRecord);
     for (const FileResult& one : checkFiles(context, progress)) {
         result.findings += one.findings;

@@ -13,7 +13,6 @@
 #include <QSet>
 
 #include <algorithm>
-#include <filesystem>
 
 namespace
 {
@@ -22,19 +21,6 @@ QString withSeparator(const QString& folder)
 {
     return folder.isEmpty() || folder.endsWith(QLatin1Char('/')) ? folder
                                                                  : folder + QLatin1Char('/');
-}
-
-/** The names in a folder as the file system has them, in ascending order. */
-std::vector<QByteArray> rawNamesIn(const QString& folderPath)
-{
-    namespace fs = std::filesystem;
-    std::vector<QByteArray> names;
-    std::error_code error;
-    fs::directory_iterator entry(QFile::encodeName(folderPath).toStdString(), error);
-    for (const fs::directory_iterator end; !error && entry != end; entry.increment(error))
-        names.push_back(QByteArray::fromStdString(entry->path().filename().native()));
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 } // namespace
@@ -90,7 +76,8 @@ void LanguageCatalog::addFolder(const QString& folderPath, const QString& subFol
     const bool isShort = !subFolder.isEmpty();
     const QString prefix = withSeparator(subFolder);
     const QString path = withSeparator(folderPath) + subFolder;
-    const QFileInfoList entries = listLanguageFiles(path);
+    QString fault;
+    const QFileInfoList entries = listLanguageFiles(path, fault);
     QHash<TextKey, int> filesOfLanguages;
     for (const QFileInfo& entry : entries)
         ++filesOfLanguages[entry.baseName()];
@@ -103,6 +90,8 @@ void LanguageCatalog::addFolder(const QString& folderPath, const QString& subFol
     for (const QFileInfo& entry : entries)
         listedNames.insert(entry.fileName());
     addNamesThatNobodyLoads(path, prefix, listedNames);
+    if (!fault.isEmpty())
+        addUnreadable(path, subFolder, isShort, fault);
 }
 
 void LanguageCatalog::addFile(const QString& path, const QString& file, const QString& language,
@@ -135,7 +124,7 @@ void LanguageCatalog::addNamesThatNobodyLoads(const QString& folderPath, const Q
                                               const QSet<TextKey>& listedNames)
 {
     const QString extension = PropertyManagerConst::getLanguageFileExtension();
-    for (const QByteArray& name : rawNamesIn(folderPath)) {
+    for (const QByteArray& name : readFolder(folderPath).names) {
         const QString shown = QString::fromUtf8(name);
         if (shown.startsWith(QLatin1Char('.')) || listedNames.contains(shown) ||
             !shown.endsWith(extension, Qt::CaseInsensitive))

@@ -16,6 +16,18 @@
 namespace
 {
 
+/** The file that a text manager answers with for a language; empty when there is none. */
+QString findLanguageFile(const QString& folderPath, const QString& language, QString& fault)
+{
+    QString path;
+    const QFileInfoList entries = listLanguageFiles(folderPath, fault);
+    for (const QFileInfo& entry : entries) {
+        if (entry.isFile() && entry.baseName() == language)
+            path = entry.filePath(); // of several, a text manager keeps the last one
+    }
+    return path;
+}
+
 /** The bytes of a file; nothing where there is none, or a fault already. */
 std::optional<QByteArray> readBytes(const QString& path, QString& fault)
 {
@@ -45,8 +57,14 @@ QJsonObject parseContent(const QByteArray& bytes, const QString& path, QString& 
 
 QStringList listLanguages(const QString& folderPath)
 {
+    QString fault;
+    return listLanguages(folderPath, fault);
+}
+
+QStringList listLanguages(const QString& folderPath, QString& fault)
+{
     QStringList languages;
-    const QFileInfoList entries = listLanguageFiles(folderPath);
+    const QFileInfoList entries = listLanguageFiles(folderPath, fault);
     for (const QFileInfo& entry : entries) {
         if (entry.isFile())
             languages.append(entry.baseName());
@@ -62,17 +80,6 @@ bool isSubFolder(const QString& name)
            path != QLatin1String("..") && !path.startsWith(QLatin1String("../"));
 }
 
-QString findLanguageFile(const QString& folderPath, const QString& language)
-{
-    QString path;
-    const QFileInfoList entries = listLanguageFiles(folderPath);
-    for (const QFileInfo& entry : entries) {
-        if (entry.isFile() && entry.baseName() == language)
-            path = entry.filePath(); // of several, a text manager keeps the last one
-    }
-    return path;
-}
-
 QJsonObject parseLanguage(QByteArray bytes)
 {
     // As QIODevice::Text does. The look is far shorter than a replacement that finds nothing.
@@ -83,14 +90,14 @@ QJsonObject parseLanguage(QByteArray bytes)
 
 QJsonObject readLanguage(const QString& folderPath, const QString& language, QString& fault)
 {
-    const QString path = findLanguageFile(folderPath, language);
+    const QString path = findLanguageFile(folderPath, language, fault);
     const std::optional<QByteArray> bytes = readBytes(path, fault);
     return bytes ? parseContent(*bytes, path, fault) : QJsonObject();
 }
 
 LanguageTexts readTexts(const QString& folderPath, const QString& language, QString& fault)
 {
-    const QString path = findLanguageFile(folderPath, language);
+    const QString path = findLanguageFile(folderPath, language, fault);
     const std::optional<QByteArray> bytes = readBytes(path, fault);
     if (!bytes)
         return LanguageTexts();

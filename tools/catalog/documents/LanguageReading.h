@@ -9,15 +9,15 @@
 
 // Reads single languages of a folder, where opening all of it would be too much.
 
-/** The keys of all languages in a folder, in the order of their files. */
+/** The keys of all languages in a folder, in the order of their files. @param fault as for
+ * listLanguageFiles(). */
+QStringList listLanguages(const QString& folderPath, QString& fault);
+/** Those that could be listed: enough to suggest one of them. */
 QStringList listLanguages(const QString& folderPath);
 
 /** Whether @p name is that of a folder below another one, whatever is there: it may come from a
  * stranger's file of settings, and must not lead out. */
 bool isSubFolder(const QString& name);
-
-/** The file that a text manager answers with for a language; empty when there is none. */
-QString findLanguageFile(const QString& folderPath, const QString& language);
 
 /** The document that a text manager makes of a file's bytes; an empty one when they are no JSON. */
 QJsonObject parseLanguage(QByteArray bytes);

@@ -24,10 +24,10 @@ QString findKeyFault(const QString& language)
 }
 
 /** The files whose texts a text manager would load under the key @p language. */
-QStringList filesOfLanguage(const QString& folderPath, const QString& language)
+QStringList filesOfLanguage(const QString& folderPath, const QString& language, QString& fault)
 {
     QStringList paths;
-    const QFileInfoList entries = listLanguageFiles(folderPath);
+    const QFileInfoList entries = listLanguageFiles(folderPath, fault);
     for (const QFileInfo& entry : entries) {
         if (entry.isFile() && entry.baseName() == language)
             paths.append(entry.filePath());
@@ -53,7 +53,9 @@ bool isPlace(const QString& folderPath, const QString& language, EditFault& faul
 /** The one file of @p language; empty, with @p fault, when there is none or several. */
 QString findFile(const QString& folderPath, const QString& language, EditFault& fault)
 {
-    const QStringList paths = filesOfLanguage(folderPath, language);
+    const QStringList paths = filesOfLanguage(folderPath, language, fault.reason);
+    if (!fault.reason.isEmpty())
+        return QString();
     if (paths.size() == 1)
         return paths.first();
     // What is there all the same, and no file, is named when it is opened.
@@ -98,7 +100,7 @@ LanguageFileEditor::create(const QString& folderPath, const QString& language, E
     const QString filePath = newFilePath(folderPath, language);
     std::unique_ptr<LanguageFileEditor> editor(new LanguageFileEditor(filePath));
     fault.reason = editor->m_Files.lock({filePath});
-    const QStringList paths = filesOfLanguage(folderPath, language);
+    const QStringList paths = filesOfLanguage(folderPath, language, fault.reason);
     if (fault.reason.isEmpty() && (!paths.isEmpty() || editor->m_Files.bytesOf(filePath)))
         fault.reason = QStringLiteral("the language '%1' is there already: %2.")
                            .arg(language, paths.isEmpty() ? filePath : paths.first());
@@ -143,7 +145,5 @@ QString LanguageFileEditor::saveAll(const std::vector<LanguageFileEditor*>& edit
         if (!fault.isEmpty())
             return fault;
     }
-    for (FileTransaction* record : updates.transactions())
-        transactions.push_back(record);
-    return FileTransaction::saveAll(transactions);
+    return FileTransaction::saveAll(updates.inOrder(transactions));
 }

@@ -61,8 +61,7 @@ QString LockedFile::open()
     if (!fault.isEmpty())
         return fault;
     ReplacementFile::sweepUp(m_StrRealPath);
-    const QFileInfo info(m_StrPath);
-    if (!info.exists() && !info.isSymLink())
+    if (isNothingAt(m_StrPath))
         return QString();
     const FileContent content = readRegularFile(m_StrRealPath);
     if (!content.bytes)
@@ -77,9 +76,8 @@ QString LockedFile::open()
 
 bool LockedFile::isAsRead() const
 {
-    const QFileInfo info(m_StrPath);
     if (!m_Bytes)
-        return !info.exists() && !info.isSymLink();
+        return isNothingAt(m_StrPath);
     return readRegularFile(m_StrRealPath).bytes == m_Bytes &&
            realPathOf(m_StrPath) == m_StrRealPath;
 }

@@ -20,18 +20,20 @@ QString TextRename::prepare(const QStringList& folderPaths)
     if (!urlFault.isEmpty())
         return urlFault;
     QStringList paths;
+    QString fault;
     for (const QString& folderPath : folderPaths) {
-        const QFileInfoList entries = listLanguageFiles(folderPath);
+        const QFileInfoList entries = listLanguageFiles(folderPath, fault);
         for (const QFileInfo& entry : entries)
             paths.append(entry.filePath());
     }
-    const QString lockFault = m_Transaction.lock(paths);
-    if (!lockFault.isEmpty())
-        return lockFault;
+    if (fault.isEmpty())
+        fault = m_Transaction.lock(paths);
+    if (!fault.isEmpty())
+        return fault;
     for (const QString& path : qAsConst(paths)) {
         m_Files.push_back({path, EditedDocument(m_Transaction.bytesOf(path).value_or(QByteArray())),
                            State::Without});
-        const QString fault = move(m_Files.back());
+        fault = move(m_Files.back());
         if (!fault.isEmpty())
             return fault;
     }
@@ -64,9 +66,7 @@ QString TextRename::save()
                 .arg(file.path);
         m_Transaction.write(file.path, *bytes);
     }
-    std::vector<FileTransaction*> transactions = updates.transactions();
-    transactions.insert(transactions.begin(), &m_Transaction);
-    return FileTransaction::saveAll(transactions);
+    return FileTransaction::saveAll(updates.inOrder({&m_Transaction}));
 }
 
 QString TextRename::findUrlFault() const

@@ -1,5 +1,4 @@
 #include "ExchangeFolder.h"
-
 #include "LanguageReading.h"
 #include "LanguageTags.h"
 #include "NearestNames.h"
@@ -27,19 +26,20 @@ ExchangeFolder::ExchangeFolder(const QString& folderPath, const QString& shortFo
     , m_StrShortFolder(shortFolder)
     , m_StrBaseLanguage(baseLanguage)
 {
+    m_Languages = listLanguages(folderPath, m_StrFault);
     m_Base.baseLanguage = baseLanguage;
     m_Base.full = readBase(folderPath);
-    if (m_StrFault.isEmpty() && findLanguageFile(folderPath, baseLanguage).isEmpty())
+    if (m_StrFault.isEmpty() && !m_Languages.contains(baseLanguage))
         m_StrFault = QStringLiteral("there is no base language '%1' in %2. Name it with --base.")
                          .arg(baseLanguage, folderPath) +
-                     suggestNames(baseLanguage, listLanguages(folderPath));
+                     suggestNames(baseLanguage, m_Languages);
     if (!shortFolder.isEmpty())
         m_Base.shortTexts = readBase(shortFolderPath());
 }
 
 QStringList ExchangeFolder::translatedLanguages() const
 {
-    QStringList languages = listLanguages(m_StrFolderPath);
+    QStringList languages = m_Languages;
     const auto isNone = [this](const QString& language) {
         return language == m_StrBaseLanguage || language == lastFallback() || isPseudo(language);
     };
@@ -49,21 +49,20 @@ QStringList ExchangeFolder::translatedLanguages() const
 
 QString ExchangeFolder::findLanguage(const QString& name) const
 {
-    const QStringList languages = listLanguages(m_StrFolderPath);
-    if (languages.contains(name))
+    if (m_Languages.contains(name))
         return name;
-    const auto language = std::find_if(languages.begin(), languages.end(), [&](const QString& key) {
-        return isSameLanguage(name, key);
-    });
-    return language == languages.end() ? QString() : *language;
+    const auto language =
+        std::find_if(m_Languages.begin(), m_Languages.end(),
+                     [&](const QString& key) { return isSameLanguage(name, key); });
+    return language == m_Languages.end() ? QString() : *language;
 }
 
 std::optional<ExchangeTexts> ExchangeFolder::read(const QString& language, QString& fault) const
 {
-    if (findLanguageFile(m_StrFolderPath, language).isEmpty())
+    if (!m_Languages.contains(language))
         fault = QStringLiteral("there is no language '%1' in %2; 'textmanager new' starts it.")
                     .arg(language, m_StrFolderPath) +
-                suggestNames(language, listLanguages(m_StrFolderPath));
+                suggestNames(language, m_Languages);
     const LanguageTexts texts = readTexts(m_StrFolderPath, language, fault);
     const LanguageTexts shortTexts =
         hasShortFolder() ? readTexts(shortFolderPath(), language, fault) : LanguageTexts();

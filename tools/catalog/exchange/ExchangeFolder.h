@@ -8,7 +8,7 @@
 #include <optional>
 
 /**
- * A language folder as far as its texts travel. The base is read once, a language when it is asked
+ * A language folder as far as its texts travel. The folder is listed and the base is read once, a language when it is asked
  * for.
  */
 class ExchangeFolder
@@ -50,5 +50,6 @@ private:
     QString m_StrShortFolder;
     QString m_StrBaseLanguage;
     QString m_StrFault;
+    QStringList m_Languages;
     ExchangeTexts m_Base; ///< without a language
 };

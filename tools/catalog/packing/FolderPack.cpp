@@ -13,6 +13,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include <unistd.h>
+
 namespace
 {
 
@@ -62,7 +64,9 @@ QString FolderPack::findObstacle() const
                                 QDir(folder.filePath(m_Request.shortFolder)).canonicalPath()))
         return QStringLiteral("'%1' is the folder that is to be packed.").arg(m_Request.outputPath);
     const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-    if (!m_Request.isForced && !QDir(m_Request.outputPath).isEmpty(all))
+    const QDir outputFolder(m_Request.outputPath);
+    const bool isFree = outputFolder.isEmpty(all) || outputFolder.exists(unfinishedMark());
+    if (!m_Request.isForced && !isFree)
         return QStringLiteral("the folder '%1' holds something already. Empty it, or give --force.")
             .arg(m_Request.outputPath);
     return findForeignFile();
@@ -70,6 +74,7 @@ QString FolderPack::findObstacle() const
 
 QString FolderPack::findForeignFile() const
 {
+    QString fault;
     const QStringList own = sources();
     QStringList folders = {QString()};
     if (!m_Request.shortFolder.isEmpty())
@@ -78,14 +83,15 @@ QString FolderPack::findForeignFile() const
         const QString path = QDir(m_Request.outputPath).filePath(prefix);
         if (!QDir(path).exists())
             continue;
-        for (const QFileInfo& there : listLanguageFiles(path)) {
+        const QFileInfoList entries = listLanguageFiles(path, fault);
+        for (const QFileInfo& there : entries) {
             if (!own.contains(prefix + there.fileName()))
                 return QStringLiteral("%1: is not of this pack and would be loaded with it. Remove "
                                       "it.")
                     .arg(there.filePath());
         }
     }
-    return QString();
+    return fault;
 }
 
 QStringList FolderPack::sources() const
@@ -144,7 +150,26 @@ QString FolderPack::packedPath() const
     return m_Packed ? m_Packed->path() : QString();
 }
 
+QString FolderPack::unfinishedMark()
+{
+    return QStringLiteral(".textmanager-unfinished-pack");
+}
+
 QString FolderPack::publish()
+{
+    const QDir output(m_Request.outputPath);
+    QFile mark(output.filePath(unfinishedMark()));
+    if (!QDir().mkpath(output.path()))
+        return notWritten(output.path(), QString::fromLocal8Bit(std::strerror(errno)));
+    if (!mark.open(QIODevice::WriteOnly))
+        return notWritten(mark.fileName(), mark.errorString());
+    const QString fault = putInPlace();
+    if (fault.isEmpty() && !mark.remove())
+        return notWritten(mark.fileName(), mark.errorString());
+    return fault;
+}
+
+QString FolderPack::putInPlace() const
 {
     // The newest of the files that went into it, so that the same files make the same pack.
     QDateTime newest;
@@ -158,6 +183,8 @@ QString FolderPack::publish()
         if (!packedFile.open(QIODevice::ReadWrite) ||
             !packedFile.setFileTime(newest, QFileDevice::FileModificationTime))
             return notWritten(from, packedFile.errorString());
+        if (::fsync(packedFile.handle()) != 0)
+            return notWritten(from, QString::fromLocal8Bit(std::strerror(errno)));
         packedFile.close();
         if (!QDir().mkpath(QFileInfo(to).path()) ||
             std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) !=

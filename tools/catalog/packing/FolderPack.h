@@ -52,14 +52,18 @@ public:
     const QVector<PackedFile>& files() const { return m_Files; }
     /** The folder that it was packed into; it goes with this object. */
     QString packedPath() const;
-    /** Puts the files into the output folder. @return why that could not be done; empty when it
-     * is. */
+    /** Puts the files into the output folder, which has the unfinishedMark() meanwhile. @return why
+     * that could not be done; empty when it is. */
     QString publish();
+
+    /** Name of a file that says that the pack beside it is of both old and new files. */
+    static QString unfinishedMark();
 
 private:
     bool isWanted(const QString& language) const;
     const CatalogFile* find(const QString& source) const;
     QString findForeignFile() const;
+    QString putInPlace() const;
 
     const PackRequest m_Request;
     const LanguageCatalog m_Catalog;

@@ -6,7 +6,6 @@
 #include "LanguageDefinitions.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QStringList>
 
 namespace
@@ -65,7 +64,7 @@ BaseTextRecord BaseTextRecord::readFrom(const QString& folderPath, QString& faul
 {
     BaseTextRecord record;
     const QString path = pathIn(folderPath);
-    if (!QFileInfo::exists(path))
+    if (isNothingAt(path))
         return record;
     const FileContent content = readRegularFile(path);
     if (!content.bytes)

@@ -3,10 +3,9 @@
 #include "CheckSettings.h"
 #include "LanguageReading.h"
 #include "LanguageTexts.h"
+#include "RegularFile.h"
 
 #include "LanguageDefinitions.h"
-
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -49,12 +48,14 @@ QMap<QString, QString> allTexts(const LanguageTexts& texts)
     return all;
 }
 
-void noteEditOfBase(const DocumentEdit& edit, BaseTextRecord& record)
+/** @return why that cannot be done. */
+QString noteEditOfBase(const DocumentEdit& edit, BaseTextRecord& record)
 {
+    QString fault;
     const LanguageTexts before(edit.document.documentAsRead());
     const LanguageTexts after(edit.document.document());
     const bool isBeginning =
-        !record.isBegun() && listLanguages(edit.folderPath).size() > 1 &&
+        !record.isBegun() && listLanguages(edit.folderPath, fault).size() > 1 &&
         std::any_of(after.entries().begin(), after.entries().end(),
                     [&](const auto& entry) { return isReplaced(entry, before, edit.oldUrls); });
     if (isBeginning)
@@ -68,6 +69,7 @@ void noteEditOfBase(const DocumentEdit& edit, BaseTextRecord& record)
             record.noteBaseText(entry.url, before.text(oldUrlOf(entry.url, edit.oldUrls)),
                                 entry.text);
     }
+    return fault;
 }
 
 /** @return why the base cannot be read; empty when it can. */
@@ -93,7 +95,7 @@ QString noteEditOfOther(const DocumentEdit& edit, BaseTextRecord& record)
 
 QString RecordUpdates::add(const DocumentEdit& edit)
 {
-    const bool hasRecord = QFileInfo::exists(BaseTextRecord::pathIn(edit.folderPath));
+    const bool hasRecord = !isNothingAt(BaseTextRecord::pathIn(edit.folderPath));
     if (!hasRecord && edit.language != baseLanguageOf(edit.folderPath))
         return QString();
     Folder* folder = nullptr;
@@ -101,15 +103,14 @@ QString RecordUpdates::add(const DocumentEdit& edit)
     return fault.isEmpty() ? note(edit, *folder) : fault;
 }
 
-std::vector<FileTransaction*> RecordUpdates::transactions()
+std::vector<FileTransaction*> RecordUpdates::inOrder(std::vector<FileTransaction*> documents)
 {
-    std::vector<FileTransaction*> transactions;
     for (auto& [path, folder] : m_Folders) {
         if (folder.record.isBegun())
             folder.file.write(BaseTextRecord::pathIn(path), folder.record.bytes());
-        transactions.push_back(&folder.file);
+        documents.insert(folder.isFirst ? documents.begin() : documents.end(), &folder.file);
     }
-    return transactions;
+    return documents;
 }
 
 QString RecordUpdates::open(const DocumentEdit& edit, Folder*& folder)
@@ -134,8 +135,9 @@ QString RecordUpdates::note(const DocumentEdit& edit, Folder& folder)
         folder.oldUrls.insert(moved.key(), moved.value());
     }
     QString fault;
+    folder.isFirst = folder.isFirst || edit.language == folder.baseLanguage;
     if (edit.language == folder.baseLanguage)
-        noteEditOfBase(edit, folder.record);
+        fault = noteEditOfBase(edit, folder.record);
     else if (folder.record.isBegun() && edit.document.isTouched())
         fault = noteEditOfOther(edit, folder.record);
     for (const NotedBaseText& text : edit.baseTexts)

@@ -37,8 +37,13 @@ public:
     /** Notes one edit. @return why the record cannot be kept; empty when it can. */
     QString add(const DocumentEdit& edit);
 
-    /** What saves the records, which are locked as long as this object lives. */
-    std::vector<FileTransaction*> transactions();
+    /**
+     * What saves the records, which are locked as long as this object lives, among what saves the
+     * documents. Where the base was edited the record comes first: once the old base text is gone,
+     * nothing else tells that others are of it. Else it comes last: a text that is of the new base
+     * text and called stale is seen, one that is of the old and called current is not.
+     */
+    std::vector<FileTransaction*> inOrder(std::vector<FileTransaction*> documents);
 
 private:
     struct Folder {
@@ -46,6 +51,7 @@ private:
         BaseTextRecord record;
         QString baseLanguage;
         QMap<QString, QString> oldUrls; ///< whose move is noted
+        bool isFirst = false;           ///< to be saved before the documents
     };
 
     QString open(const DocumentEdit& edit, Folder*& folder);

@@ -30,7 +30,8 @@ QJsonObject readDocument(const QString& path)
 QMap<QString, QJsonObject> readDocuments(const QString& folderPath)
 {
     QMap<QString, QJsonObject> documents;
-    const QFileInfoList entries = listLanguageFiles(folderPath);
+    QString fault;
+    const QFileInfoList entries = listLanguageFiles(folderPath, fault);
     for (const QFileInfo& entry : entries)
         documents.insert(entry.baseName(), readDocument(entry.filePath()));
     return documents;

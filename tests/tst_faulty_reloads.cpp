@@ -1,0 +1,230 @@
+#include "LanguageFiles.h"
+#include "Table.h"
+#include "WarningCapture.h"
+
+#include "TextManagerBase.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <future>
+
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace
+{
+
+/** A document with one text, and white space up to a size. */
+QByteArray document(const QByteArray& text, int size = 0)
+{
+    const QByteArray bytes = R"({"Content": {"A": {"text": ")" + text + R"("}}})";
+    return bytes.leftJustified(size, ' ');
+}
+
+void makeSocket(const QByteArray& path)
+{
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    qstrncpy(address.sun_path, path.constData(), sizeof address.sun_path);
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
+    bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+    close(descriptor);
+}
+
+/** Puts something else in the place of a file. */
+void replaceBy(const QString& what, const QString& path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    QFile::remove(path);
+    if (what == "a folder")
+        QDir().mkdir(path);
+    else if (what == "a FIFO")
+        mkfifo(name.constData(), 0600);
+    else if (what == "a socket")
+        makeSocket(name);
+    else if (what == "an endless device")
+        QFile::link("/dev/zero", path);
+    else if (what == "a full device")
+        QFile::link("/dev/full", path);
+    else if (what == "a terminal")
+        QFile::link("/dev/ptmx", path);
+    else if (what == "a link to nowhere")
+        QFile::link("nowhere", path);
+    else if (what == "a ring of links")
+        QFile::link(QFileInfo(path).fileName(), path);
+}
+
+} // namespace
+
+/** A text manager whose files go bad: what was loaded stays, nothing is waited for. */
+class FaultyReloadsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void keepsWhatIsTruncated();
+    void keepsWhatIsReplaced_data();
+    void keepsWhatIsReplaced();
+    void keepsWhatMayNotBeRead();
+    void outlivesTheFolder();
+    void readsWhatGrows();
+    void outlivesErrorsOfTheDisk_data();
+    void outlivesErrorsOfTheDisk();
+
+private:
+    QString reloaded();
+
+    std::unique_ptr<LanguageFiles> m_Files;
+    std::unique_ptr<TextManagerBase> m_Manager;
+};
+
+void FaultyReloadsTest::init()
+{
+    m_Files = std::make_unique<LanguageFiles>();
+    m_Files->write("de", document("old"));
+    m_Files->write("short/de", document("old"));
+    m_Manager = std::make_unique<TextManagerBase>(m_Files->path(), "de", "short");
+}
+
+/** The text, and the short one, after a reload, which has to come to its end. */
+QString FaultyReloadsTest::reloaded()
+{
+    auto reload = std::async(std::launch::async, [this] { m_Manager->reloadLanguage(); });
+    if (reload.wait_for(std::chrono::seconds(20)) != std::future_status::ready)
+        qFatal("the reload waits");
+    return m_Manager->getText("A", "de") + ' ' + m_Manager->getShortText("A", "de");
+}
+
+void FaultyReloadsTest::keepsWhatIsTruncated()
+{
+    WarningCapture capture;
+    const QByteArray bytes = document("new");
+    for (int size = 0; size < bytes.size(); ++size) {
+        m_Files->write("de", bytes.left(size));
+        QCOMPARE(reloaded(), "old old");
+    }
+    m_Files->write("de", bytes);
+    QCOMPARE(reloaded(), "new old");
+}
+
+void FaultyReloadsTest::keepsWhatIsReplaced_data()
+{
+    addTable(R"(what
+        nothing
+        a folder
+        a FIFO
+        a socket
+        an endless device
+        a full device
+        a terminal
+        a link to nowhere
+        a ring of links
+    )");
+}
+
+void FaultyReloadsTest::keepsWhatIsReplaced()
+{
+    for (const char* name : {"de", "short/de"})
+        replaceBy(cell("what"), m_Files->file(name));
+    QCOMPARE(reloaded(), "old old");
+    const TextManagerBase fresh(m_Files->path(), "de", "short"); // does not wait either
+    QCOMPARE(fresh.getAvailableLanguages(), QStringList());
+    QDir(m_Files->path()).rmdir("de.json");
+    QFile::remove(m_Files->file("de"));
+    m_Files->write("de", document("new"));
+    QCOMPARE(reloaded(), "new old");
+}
+
+/** In a child without root's rights, where there are any. */
+void FaultyReloadsTest::keepsWhatMayNotBeRead()
+{
+    for (const char* name : {"de", "short/de"}) {
+        m_Files->write(name, document("new"));
+        QFile::setPermissions(m_Files->file(name), QFile::WriteOwner);
+    }
+    chmod(qPrintable(m_Files->path()), 0755);
+    const pid_t child = fork();
+    if (child == 0) {
+        const bool isNobody = geteuid() != 0 || seteuid(65534) == 0;
+        m_Manager->reloadLanguage();
+        _exit(isNobody && m_Manager->getText("A", "de") == "old" ? 0 : 1);
+    }
+    int status = 0;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    QCOMPARE(status, 0);
+}
+
+void FaultyReloadsTest::outlivesTheFolder()
+{
+    const QString folder = QDir::cleanPath(m_Files->path());
+    QVERIFY(QDir().rename(folder, folder + "-away"));
+    QCOMPARE(reloaded(), "old old");
+    QVERIFY(QDir().rename(folder + "-away", folder));
+    m_Files->write("de", document("new"));
+    QCOMPARE(reloaded(), "new old");
+}
+
+/** Another program appends while the file is read: all of it is loaded then, or nothing. */
+void FaultyReloadsTest::readsWhatGrows()
+{
+    const QByteArray bytes = document("new", 3'000'000);
+    WarningCapture capture;
+    for (int round = 0; round < 10; ++round) {
+        m_Files->write("de", QByteArray());
+        auto writer = std::async(std::launch::async, [&] {
+            QFile file(m_Files->file("de"));
+            file.open(QIODevice::Append);
+            for (int start = 0; start < bytes.size(); start += 50'000)
+                file.write(bytes.mid(start, 50'000)) && file.flush();
+        });
+        while (writer.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
+            const QString texts = reloaded();
+            QVERIFY2(texts == "old old" || texts == "new old", qPrintable(texts));
+        }
+        QCOMPARE(reloaded(), "new old");
+    }
+}
+
+void FaultyReloadsTest::outlivesErrorsOfTheDisk_data()
+{
+    QTest::addColumn<QByteArray>("fault");
+    for (const char* fault : {"EIO", "gone", "EINTR", "short"})
+        QTest::newRow(fault) << QByteArray(fault);
+}
+
+/** At each call of loading. The next reload mends it, though the files are old enough not to be
+ * read again without need. */
+void FaultyReloadsTest::outlivesErrorsOfTheDisk()
+{
+    QFETCH(const QByteArray, fault);
+    for (const char* name : {"de", "short/de"})
+        m_Files->write(name, document("new", 100'000));
+    QFile report(m_Files->path() + "report");
+    QVERIFY(report.open(QIODevice::ReadWrite));
+    qputenv("TEXTMANAGER_FAULT_REPORT", report.fileName().toUtf8());
+    QTest::qSleep(3'100);
+    int call = 0;
+    QByteArray failedCalls;
+    do {
+        qputenv("TEXTMANAGER_FAULT", fault + ' ' + QByteArray::number(++call));
+        m_Manager->reloadLanguage();
+        const QString texts = m_Manager->getText("A", "de") + m_Manager->getShortText("A", "de");
+        m_Manager = std::make_unique<TextManagerBase>(m_Files->path(), "de", "short");
+        qunsetenv("TEXTMANAGER_FAULT");
+        report.seek(0);
+        failedCalls = report.readAll();
+        report.resize(0);
+        QVERIFY2(!texts.isEmpty() && reloaded() == "new new", failedCalls.constData());
+    } while (!failedCalls.isEmpty());
+    qInfo("faults: %d", call - 1);
+}
+
+QTEST_GUILESS_MAIN(FaultyReloadsTest)
+#include "tst_faulty_reloads.moc"
