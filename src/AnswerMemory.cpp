@@ -68,9 +68,10 @@ const AnswerMemory::Language* AnswerMemory::findLanguageAnew(const QString& key)
     return &language;
 }
 
-uint qHash(const AnswerMemory::Question& question, uint seed)
+AnswerMemory::HashValue qHash(const AnswerMemory::Question& question, AnswerMemory::HashValue seed)
 {
-    return static_cast<uint>(hashOf(question.textUrl, hashOf(question.languageKey, seed)));
+    return static_cast<AnswerMemory::HashValue>(
+        hashOf(question.textUrl, hashOf(question.languageKey, seed)));
 }
 
 const LookUpAnswer* AnswerMemory::findMissing(const QString& languageKey,

@@ -90,8 +90,9 @@ private:
             return textUrl == other.textUrl && languageKey == other.languageKey;
         }
     };
+    using HashValue = decltype(qHash(QString()));
     /** Not Qt's, with which a client could make up many questions of one hash. */
-    friend uint qHash(const Question& question, uint seed);
+    friend HashValue qHash(const Question& question, HashValue seed);
 
     const Language* findLanguage(const QString& key)
     {

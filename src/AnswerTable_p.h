@@ -58,10 +58,10 @@ private:
         void* url() { return this + 1; }
 
         LookUpAnswer answer;
-        int urlSize;
+        QString::size_type urlSize;
     };
     struct Slot {
-        uint hash = 0;
+        uint hash = 0;        ///< of Qt 6's 64 bits half
         Entry::Pointer entry; ///< null where the slot is free
     };
 
@@ -69,7 +69,7 @@ private:
     {
         return static_cast<std::size_t>(textUrl.size()) * sizeof(QChar);
     }
-    uint hashOf(const QString& textUrl) const { return qHash(textUrl, m_Seed); }
+    uint hashOf(const QString& textUrl) const { return static_cast<uint>(qHash(textUrl, m_Seed)); }
     std::size_t firstSlot(uint hash) const { return hash & (m_Slots.size() - 1); }
     std::size_t slotAfter(std::size_t i) const { return (i + 1) & (m_Slots.size() - 1); }
     void put(Slot slot);

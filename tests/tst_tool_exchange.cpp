@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QMap>
+#include <QRegularExpression>
 #include <QTest>
 
 namespace
@@ -179,7 +180,8 @@ void ToolExchangeTest::imports()
     files.write("de", languageFile(cell("de")));
     const QString rows = "URL\ten_US\tde\tcomment\tshort text\n" + cell("rows").replace('#', '\t');
     LanguageFiles::writePath(files.path() + "x.tsv", rows.toUtf8());
-    const ToolRun run(files.words("import DIR DIR/x.tsv " + cell("options")).filter(QRegExp(".")));
+    const ToolRun run(
+        files.words("import DIR DIR/x.tsv " + cell("options")).filter(QRegularExpression(".")));
     QVERIFY2(run.says(files.fill(cell("message"))), qPrintable(run.messages()));
     QCOMPARE(run.exitStatus(), cell("exit").toInt());
     QCOMPARE(textsIn(files.file("de")), cell("after"));

@@ -28,16 +28,16 @@ QString quote(const QString& text)
 QString field(const QString& keyword, const QString& text)
 {
     const QLatin1Char lineFeed('\n');
-    const int firstEnd = text.indexOf(lineFeed);
+    const auto firstEnd = text.indexOf(lineFeed);
     if (firstEnd < 0 || firstEnd == text.size() - 1)
         return keyword + QLatin1Char(' ') + quote(text) + lineFeed;
     // What continues a previous text is marked as it is.
     const QString prefix =
         keyword.startsWith(QLatin1String("#|")) ? QStringLiteral("#| ") : QString();
     QString lines = keyword + QStringLiteral(" \"\"\n");
-    for (int start = 0; start < text.size();) {
-        const int end = text.indexOf(lineFeed, start);
-        const int next = end < 0 ? text.size() : end + 1;
+    for (QString::size_type start = 0; start < text.size();) {
+        const auto end = text.indexOf(lineFeed, start);
+        const auto next = end < 0 ? text.size() : end + 1;
         lines += prefix + quote(text.mid(start, next - start)) + lineFeed;
         start = next;
     }

@@ -1,9 +1,9 @@
 #include "TsvFormat.h"
 
+#include "Utf8.h"
 #include "VisibleControls.h"
 
 #include <QHash>
-#include <QTextCodec>
 
 #include <algorithm>
 
@@ -104,7 +104,7 @@ private:
     {
         if (isAt(QLatin1Char('"')))
             return nextQuotedCell();
-        const int start = m_Index;
+        const auto start = m_Index;
         while (m_Index < m_Text.size() && !isAt(QLatin1Char('\t')) && !isAt(QLatin1Char('\n')))
             ++m_Index;
         const bool isBeforeReturn = m_Index > start &&
@@ -120,11 +120,11 @@ private:
         while (take(mark)) { // the first one, or the second of two
             if (!text.isNull())
                 text += mark;
-            const int end = m_Text.indexOf(mark, m_Index);
+            const auto end = m_Text.indexOf(mark, m_Index);
             if (end < 0)
                 return std::nullopt;
-            const QStringRef part = m_Text.midRef(m_Index, end - m_Index);
-            m_Line += part.count(QLatin1Char('\n'));
+            const QString part = m_Text.mid(m_Index, end - m_Index);
+            m_Line += static_cast<int>(part.count(QLatin1Char('\n')));
             text = (text.isNull() ? QStringLiteral("") : text) + part;
             m_Index = end + 1;
         }
@@ -132,27 +132,28 @@ private:
     }
 
     const QString m_Text;
-    int m_Index = 0;
+    QString::size_type m_Index = 0;
     int m_Line = 1;
 };
 
 /** Spreadsheets write UTF-8 with or without a mark, and UTF-16 with one. */
 std::optional<QString> decode(const QByteArray& bytes)
 {
-    const QTextCodec* codec = QTextCodec::codecForUtfText(bytes, QTextCodec::codecForName("UTF-8"));
-    QTextCodec::ConverterState state;
-    const QString text = codec->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0)
+    if (!bytes.startsWith("\xFF\xFE") && !bytes.startsWith("\xFE\xFF"))
+        return decodeUtf8(withoutByteOrderMark(bytes));
+    constexpr auto unit = static_cast<int>(sizeof(char16_t));
+    if (bytes.size() % unit != 0)
         return std::nullopt;
-    return text;
+    return QString::fromUtf16(reinterpret_cast<const char16_t*>(bytes.constData()),
+                              bytes.size() / unit);
 }
 
 /** Where the columns are, by the first row. */
 struct Columns {
-    int url = -1;
-    int baseText = -1;
-    int text = -1;
-    int shortText = -1;
+    QStringList::size_type url = -1;
+    QStringList::size_type baseText = -1;
+    QStringList::size_type text = -1;
+    QStringList::size_type shortText = -1;
 
     /** @return what is wrong with the titles; empty when they can be used. */
     QString read(const QStringList& titles)

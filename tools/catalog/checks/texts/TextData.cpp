@@ -39,7 +39,8 @@ int digitOf(QChar character)
 QString ideographicNumber(QChar character)
 {
     static const QString numerals = QString::fromUtf8("〇一二三四五六七八九十");
-    const int number = character.unicode() < 0x3000 ? -1 : numerals.indexOf(character);
+    const QString::size_type number =
+        character.unicode() < 0x3000 ? -1 : numerals.indexOf(character);
     return number < 0 ? QString() : QString::number(number);
 }
 
@@ -64,9 +65,9 @@ bool isGrouped(const QStringList& groups, const QString& marks)
         return true;
     if (marks.count(marks.at(0)) != marks.size())
         return false;
-    const int last = groups.last().size();
+    const auto last = groups.last().size();
     for (int group = 1; group < groups.size() - 1; ++group) {
-        const int size = groups.at(group).size();
+        const auto size = groups.at(group).size();
         if (size != last && !(last == 3 && size == 2))
             return false;
     }
@@ -74,7 +75,7 @@ bool isGrouped(const QStringList& groups, const QString& marks)
            !groups.first().startsWith(QLatin1Char('0'));
 }
 
-QString endOfOrdinal(const QString& text, int offset)
+QString endOfOrdinal(const QString& text, QString::size_type offset)
 {
     static const QRegularExpression pattern(QStringLiteral("\\G(?:st|nd|rd|th)\\b"));
     return text.size() > offset && text.at(offset).isLetter()
@@ -88,7 +89,7 @@ QString endOfOrdinal(const QString& text, int offset)
 class TextData::NumberReader
 {
 public:
-    NumberReader(const QString& text, int offset)
+    NumberReader(const QString& text, QString::size_type offset)
         : m_StrText(text)
         , m_Begin(offset)
         , m_End(offset)
@@ -102,7 +103,7 @@ public:
         }
     }
 
-    int end() const { return m_End; }
+    QString::size_type end() const { return m_End; }
 
     Number read() const
     {
@@ -156,8 +157,8 @@ private:
     }
 
     const QString& m_StrText;
-    const int m_Begin;
-    int m_End;
+    const QString::size_type m_Begin;
+    QString::size_type m_End;
     QStringList m_Groups;
     QString m_StrMarks; ///< between the groups
 };
@@ -203,7 +204,7 @@ void TextData::findAddresses(const QString& text)
 void TextData::findNumbers(const QString& text, const Placeholders& placeholders,
                            const MarkupTags& tags)
 {
-    for (int at = 0; at < text.size(); ++at) {
+    for (QString::size_type at = 0; at < text.size(); ++at) {
         const QString ideographic = ideographicNumber(text.at(at));
         if (!ideographic.isEmpty())
             m_Readings.insert(ideographic);
@@ -219,7 +220,7 @@ void TextData::findNumbers(const QString& text, const Placeholders& placeholders
     }
 }
 
-bool TextData::isInAddress(int offset) const
+bool TextData::isInAddress(QString::size_type offset) const
 {
     return std::any_of(m_Addresses.begin(), m_Addresses.end(), [=](const Address& address) {
         return offset >= address.offset && offset < address.offset + address.written.size();
