@@ -157,7 +157,7 @@ private Q_SLOTS:
 
 private:
     PrivateBus m_Bus;
-    const LanguageFiles m_Files; ///< the text A in four languages, named by them, and a short one
+    const LanguageFiles m_Files{}; ///< the text A in four languages, named by them, and a short one
 };
 
 void DeviceLanguageTest::initTestCase()

@@ -70,6 +70,8 @@ ExchangeFile nastyFile()
         unit.url = "A/" + text;
         unit.baseText = text.isEmpty() ? "empty" : text; // texts without one do not travel
         unit.text = texts.at(texts.size() - 1 - file.units.size() / 3);
+        if (text.contains('%'))
+            unit.text = text; // the tools of gettext compare placeholders
         unit.comment = text;
         unit.state = unit.text.isEmpty() ? State::Missing : State::Translated;
         file.units.append(unit);

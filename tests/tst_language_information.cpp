@@ -41,12 +41,12 @@ QJsonValue valueFor(const QJsonObject& document)
 
 const QJsonObject* watched = nullptr;
 QJsonObject seen;
-QtMessageHandler capture = nullptr;
+QtMessageHandler nextHandler = nullptr;
 
 /** Looks at the document when a write warns. */
 void watch(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
-    capture(type, context, text);
+    nextHandler(type, context, text);
     if (text.startsWith("Unable to find"))
         seen = *watched;
 }
@@ -222,9 +222,9 @@ void LanguageInformationTest::callsOnADocument()
     WarningCapture warnings;
     watched = &document;
     seen = QJsonObject();
-    capture = qInstallMessageHandler(watch);
+    nextHandler = qInstallMessageHandler(watch);
     const QString result = call(value, document);
-    qInstallMessageHandler(capture);
+    qInstallMessageHandler(nextHandler);
     QCOMPARE(result, cell("result"));
     QVERIFY(seen.isEmpty() || seen == document);
     QCOMPARE(document, cell("after") == "same" ? before : parseObject(cell("after").toUtf8()));

@@ -6,6 +6,8 @@
 #include <QChar>
 #include <QVector>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -13,20 +15,6 @@ struct Nowhere {
     using Ch = char;
     void Put(Ch) {}
 };
-
-/** Offset of the first byte that is no UTF-8; the size of the text when all of it is. */
-int findNoUtf8(const QByteArray& bytes)
-{
-    Nowhere nowhere;
-    const auto size = static_cast<std::size_t>(bytes.size());
-    rapidjson::MemoryStream stream(bytes.constData(), size);
-    while (stream.Tell() < size) {
-        const auto offset = static_cast<int>(stream.Tell());
-        if (!rapidjson::UTF8<>::Validate(stream, nowhere))
-            return offset;
-    }
-    return static_cast<int>(bytes.size());
-}
 
 /** The character at @p offset, as a person sees it. */
 QString shownCharacter(const QByteArray& bytes, int offset)
@@ -39,8 +27,7 @@ QString shownCharacter(const QByteArray& bytes, int offset)
     const char32_t character = characters.value(0);
     if (QChar::isPrint(character))
         return QStringLiteral("'%1'").arg(QString::fromUcs4(&character, 1));
-    const QString code =
-        QStringLiteral("%1").arg(static_cast<uint>(character), 4, 16, QLatin1Char('0')).toUpper();
+    const QString code = QStringLiteral("%1").arg(static_cast<uint>(character), 4, 16, QLatin1Char('0')).toUpper();
     return QStringLiteral("the character U+") + code;
 }
 
@@ -79,6 +66,20 @@ QString expectedBy(rapidjson::ParseErrorCode code)
 }
 
 } // namespace
+
+int findNoUtf8(const QByteArray& bytes)
+{
+    Nowhere nowhere;
+    const char* at = bytes.begin();
+    const auto isBeyondAscii = [](char byte) { return static_cast<uchar>(byte) >= 0x80; };
+    while ((at = std::find_if(at, bytes.end(), isBeyondAscii)) != bytes.end()) {
+        rapidjson::MemoryStream stream(at, static_cast<std::size_t>(bytes.end() - at));
+        if (!rapidjson::UTF8<>::Validate(stream, nowhere))
+            break;
+        at += stream.Tell();
+    }
+    return static_cast<int>(at - bytes.begin());
+}
 
 JsonFault describeJsonError(const QByteArray& bytes, rapidjson::ParseErrorCode code, int offset)
 {

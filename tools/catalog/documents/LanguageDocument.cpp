@@ -1,8 +1,9 @@
 #include "LanguageDocument.h"
 
+#include "LanguageReading.h"
+
 #include "LanguageDefinitions.h"
 
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QVarLengthArray>
 
@@ -25,11 +26,9 @@ const Keys& keys()
 }
 
 /** Whether Qt takes it, and it has a "Content": asked where the tree has a fault. */
-bool doesQtLoad(QByteArray bytes)
+bool doesQtLoad(const QByteArray& bytes)
 {
-    bytes.replace('\r', QByteArray()); // as a text manager reads it
-    return QJsonDocument::fromJson(bytes).object().contains(
-        LanguageDefinitions::getJsonContentName());
+    return parseLanguage(bytes).contains(LanguageDefinitions::getJsonContentName());
 }
 
 QString nameOfType(JsonTree::Type type)

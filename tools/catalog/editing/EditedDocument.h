@@ -5,11 +5,17 @@
 
 #include <QByteArray>
 #include <QJsonObject>
+#include <QMap>
 #include <QString>
 
 #include <optional>
 
-/** A language document that is being edited, and the bytes that it came from. */
+/**
+ * A language document that is being edited, and the bytes that it came from.
+ *
+ * Strings that are there already are best replaced in the tree, which costs little more than
+ * reading it; everything else is done to the document.
+ */
 class EditedDocument
 {
 public:
@@ -25,10 +31,22 @@ public:
     /** The fault with the path of the file, as a sentence; empty when there is none. */
     QString describeFault(const QString& path) const;
 
-    /** The document as it was read, and as it is to be stored. */
-    QJsonObject& document() { return m_Document; }
-    const QJsonObject& document() const { return m_Document; }
-    const QJsonObject& documentAsRead() const { return m_DocumentAsRead; }
+    /** The document as it stands in bytes, without what was done to document(). */
+    const JsonTree& tree() const { return m_Tree; }
+
+    /**
+     * Replaces strings, and leaves all other bytes. The tree is another one then.
+     *
+     * @param strings by their nodes in tree(). To be called before document() is.
+     */
+    void replaceStrings(const QMap<int, QString>& strings);
+
+    /** The document as it is to be stored. */
+    QJsonObject& document();
+    QJsonObject document() const;
+    QJsonObject documentAsRead() const;
+    /** Whether it may be another one than was read. */
+    bool isTouched() const;
 
     /**
      * The bytes that hold the document: those that were read, with only what was changed replaced,
@@ -39,8 +57,10 @@ public:
     std::optional<QByteArray> bytes() const;
 
 private:
+    QByteArray m_BytesAsRead;
     JsonTree m_Tree; ///< without nodes for a new one
-    QJsonObject m_DocumentAsRead;
-    QJsonObject m_Document;
+    bool m_IsTreeRight = true;
+    QJsonObject m_DocumentOfTree;          ///< as document() found it
+    std::optional<QJsonObject> m_Document; ///< nothing as long as it is what the tree holds
     std::optional<Finding> m_Fault;
 };

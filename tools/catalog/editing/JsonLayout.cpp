@@ -83,7 +83,12 @@ QByteArray JsonLayout::textOf(const QJsonValue& value, int object) const
 
 QByteArray JsonLayout::textOf(const QString& string)
 {
-    return compact(string);
+    const bool isPlain = std::none_of(string.begin(), string.end(), [](QChar character) {
+        return character < QLatin1Char(' ') || character == QLatin1Char('"') ||
+               character == QLatin1Char('\\') || character.isSurrogate();
+    });
+    // What needs no escape is spared the way through a document of its own.
+    return isPlain ? '"' + string.toUtf8() + '"' : compact(string);
 }
 
 /** A member of @p parent that a new one with the value is to look like; none when there is none. */

@@ -8,6 +8,20 @@ JsonRewriter::JsonRewriter(const JsonTree& tree)
 {
 }
 
+QByteArray JsonRewriter::replaceStrings(const JsonTree& tree, const QMap<int, QString>& strings)
+{
+    QByteArray out;
+    out.reserve(tree.bytes().size());
+    int end = 0; // of what is written
+    for (auto string = strings.begin(); string != strings.end(); ++string) {
+        const JsonTree::Node& node = tree.at(string.key());
+        out.append(tree.bytes().constData() + end, node.valueBegin - end);
+        out += JsonLayout::textOf(string.value());
+        end = node.valueEnd;
+    }
+    return out.append(tree.bytes().constData() + end, tree.bytes().size() - end);
+}
+
 QByteArray JsonRewriter::rewrite(const QJsonObject& asRead, const QJsonObject& wanted)
 {
     const JsonTree::Node& top = m_Tree.at(JsonTree::root);

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QJsonObject>
+#include <QMap>
 #include <QString>
 
 #include <vector>
@@ -20,6 +21,10 @@ class JsonRewriter
 public:
     /** @param tree the text; it outlives the rewriter, and is an object at its top. */
     explicit JsonRewriter(const JsonTree& tree);
+
+    /** The text of @p tree with other strings at some of its nodes, and every other byte its own.
+     */
+    static QByteArray replaceStrings(const JsonTree& tree, const QMap<int, QString>& strings);
 
     /** The text of @p wanted. @param asRead what Qt makes of the text. */
     QByteArray rewrite(const QJsonObject& asRead, const QJsonObject& wanted);

@@ -112,14 +112,13 @@ LanguageFileEditor::LanguageFileEditor(const QString& filePath)
 
 void LanguageFileEditor::noteBaseText(const QString& url, const QString& baseText)
 {
-    m_BaseTexts.insert(url, baseText);
+    m_BaseTexts.append({url, baseText});
 }
 
 DocumentEdit LanguageFileEditor::edit() const
 {
     const QFileInfo file(m_StrFilePath);
-    return {file.path(), file.baseName(), m_Document.documentAsRead(), m_Document.document(),
-            {},          m_BaseTexts};
+    return {file.path(), file.baseName(), m_Document, {}, m_BaseTexts};
 }
 
 QString LanguageFileEditor::save()
@@ -137,7 +136,8 @@ QString LanguageFileEditor::saveAll(const std::vector<LanguageFileEditor*>& edit
             return QStringLiteral("%1: cannot be saved: what would be written could not be read "
                                   "again. The file is as it was.")
                 .arg(editor->m_StrFilePath);
-        editor->m_Files.write(editor->m_StrFilePath, *bytes);
+        if (editor->m_Document.isTouched())
+            editor->m_Files.write(editor->m_StrFilePath, *bytes);
         transactions.push_back(&editor->m_Files);
         const QString fault = updates.add(editor->edit());
         if (!fault.isEmpty())

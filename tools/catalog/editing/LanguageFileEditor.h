@@ -7,6 +7,7 @@
 #include <QJsonObject>
 #include <QMap>
 #include <QString>
+#include <QVector>
 
 #include <memory>
 #include <vector>
@@ -36,6 +37,9 @@ public:
 
     /** The document as it was read, and as it is to be saved. */
     QJsonObject& document() { return m_Document.document(); }
+    /** What stands in the file, and what replaces strings of it; see EditedDocument. */
+    const JsonTree& tree() const { return m_Document.tree(); }
+    void replaceStrings(const QMap<int, QString>& strings) { m_Document.replaceStrings(strings); }
     const QString& filePath() const { return m_StrFilePath; }
 
     /** Says that the text at @p url, changed or not, is of @p baseText, for the record of what
@@ -61,5 +65,5 @@ private:
     QString m_StrFilePath; ///< as it is named to the user
     FileTransaction m_Files;
     EditedDocument m_Document;
-    QMap<QString, QString> m_BaseTexts; ///< by URL
+    QVector<NotedBaseText> m_BaseTexts;
 };

@@ -51,12 +51,8 @@ QString TextRename::save()
         if (file.state == State::Without)
             continue;
         const QFileInfo info(file.path);
-        const QString fault = updates.add({info.path(),
-                                           info.baseName(),
-                                           file.document.documentAsRead(),
-                                           file.document.document(),
-                                           {{m_StrNewUrl, m_StrUrl}},
-                                           {}});
+        const QString fault = updates.add(
+            {info.path(), info.baseName(), file.document, {{m_StrNewUrl, m_StrUrl}}, {}});
         if (!fault.isEmpty())
             return fault;
         if (file.state == State::MovedBefore)

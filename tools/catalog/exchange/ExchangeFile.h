@@ -13,7 +13,6 @@ struct ExchangeUnit {
         Translated, ///< its text is of the base text beside it
         Stale,      ///< its text is of an older base text, or somebody is to look at it again
     };
-    enum class Placeholders { None, Qt, Printf };
 
     QString url;
     bool isShort = false; ///< a short text, and not the full one
@@ -23,8 +22,6 @@ struct ExchangeUnit {
     QString comment;
     QString previousBaseText; ///< what a stale text is of; empty when that is not known
     State state = State::Unknown;
-    int limit = 0; ///< the most characters that the text may have; 0 when there is no limit
-    Placeholders placeholders = Placeholders::None;
     Place place; ///< in the file that was read
 };
 Q_DECLARE_TYPEINFO(ExchangeUnit, Q_MOVABLE_TYPE);

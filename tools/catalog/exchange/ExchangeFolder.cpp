@@ -1,5 +1,4 @@
 #include "ExchangeFolder.h"
-#include "LanguageReading.h"
 
 #include "LanguageReading.h"
 #include "LanguageTags.h"
@@ -61,16 +60,24 @@ QString ExchangeFolder::findLanguage(const QString& name) const
 
 std::optional<ExchangeTexts> ExchangeFolder::read(const QString& language, QString& fault) const
 {
-    ExchangeTexts texts = m_Base;
-    texts.language = language;
     if (findLanguageFile(m_StrFolderPath, language).isEmpty())
         fault = QStringLiteral("there is no language '%1' in %2; 'textmanager new' starts it.")
                     .arg(language, m_StrFolderPath) +
                 suggestNames(language, listLanguages(m_StrFolderPath));
-    texts.full.language = LanguageTexts(readLanguage(m_StrFolderPath, language, fault));
-    if (!m_StrShortFolder.isEmpty())
-        texts.shortTexts.language = LanguageTexts(readLanguage(shortFolderPath(), language, fault));
-    return fault.isEmpty() ? std::optional<ExchangeTexts>(texts) : std::nullopt;
+    const LanguageTexts texts = readTexts(m_StrFolderPath, language, fault);
+    const LanguageTexts shortTexts =
+        hasShortFolder() ? readTexts(shortFolderPath(), language, fault) : LanguageTexts();
+    return fault.isEmpty() ? std::make_optional(beside(language, texts, shortTexts)) : std::nullopt;
+}
+
+ExchangeTexts ExchangeFolder::beside(const QString& language, const LanguageTexts& texts,
+                                     const LanguageTexts& shortTexts) const
+{
+    ExchangeTexts all = m_Base;
+    all.language = language;
+    all.full.language = texts;
+    all.shortTexts.language = shortTexts;
+    return all;
 }
 
 QString ExchangeFolder::shortFolderPath() const
@@ -81,8 +88,8 @@ QString ExchangeFolder::shortFolderPath() const
 ExchangeSide ExchangeFolder::readBase(const QString& folderPath)
 {
     ExchangeSide side;
-    side.base = LanguageTexts(readLanguage(folderPath, m_StrBaseLanguage, m_StrFault));
-    side.lastFallback = LanguageTexts(readLanguage(folderPath, lastFallback(), m_StrFault));
+    side.base = readTexts(folderPath, m_StrBaseLanguage, m_StrFault);
+    side.lastFallback = readTexts(folderPath, lastFallback(), m_StrFault);
     const BaseTextRecord record = BaseTextRecord::readFrom(folderPath, m_StrFault);
     if (record.baseLanguage() == m_StrBaseLanguage)
         side.record = record;

@@ -34,6 +34,10 @@ public:
      */
     std::optional<ExchangeTexts> read(const QString& language, QString& fault) const;
 
+    /** The same of a language whose texts the caller has read. */
+    ExchangeTexts beside(const QString& language, const LanguageTexts& texts,
+                         const LanguageTexts& shortTexts) const;
+
     const QString& path() const { return m_StrFolderPath; }
     bool hasShortFolder() const { return !m_StrShortFolder.isEmpty(); }
     QString shortFolderPath() const;

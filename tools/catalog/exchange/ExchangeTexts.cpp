@@ -1,60 +1,19 @@
 #include "ExchangeTexts.h"
 
-#include "Placeholders.h"
-#include "TextLength.h"
-
-#include <QRegularExpression>
-
 namespace
 {
 
 using State = ExchangeUnit::State;
 
-/** Whether the pattern, which begins with a percent sign, fits where there is no placeholder. */
-bool fitsElsewhere(const QRegularExpression& pattern, const QString& text,
-                   const Placeholders& placeholders)
-{
-    auto matches = pattern.globalMatch(text);
-    while (matches.hasNext()) {
-        if (!placeholders.covers(matches.next().capturedStart()))
-            return true;
-    }
-    return false;
-}
-
-/**
- * The placeholders by which the tools of gettext are to judge a text; none where they would see
- * some that are none, as in "50 % off".
- */
-ExchangeUnit::Placeholders kindOfPlaceholders(const QString& baseText, const QString& text)
-{
-    using Kind = Placeholder::Kind;
-    if (!baseText.contains(QLatin1Char('%')))
-        return ExchangeUnit::Placeholders::None;
-    const Placeholders base(baseText);
-    const Placeholders translated(text, &base);
-    const auto isSafe = [&](const QRegularExpression& pattern) {
-        return !fitsElsewhere(pattern, baseText, base) && !fitsElsewhere(pattern, text, translated);
-    };
-    static const QRegularExpression forQt(QStringLiteral("%L?\\d"));
-    static const QRegularExpression forPrintf(QStringLiteral("%(?!%)(?<!%%)"));
-    if (base.has(Kind::Numbered) || base.has(Kind::Count))
-        return isSafe(forQt) ? ExchangeUnit::Placeholders::Qt : ExchangeUnit::Placeholders::None;
-    const bool isPrintf = base.has(Kind::Printf) || base.has(Kind::PrintfNumbered);
-    return isPrintf && isSafe(forPrintf) ? ExchangeUnit::Placeholders::Printf
-                                         : ExchangeUnit::Placeholders::None;
-}
-
-ExchangeUnit makeUnit(const ExchangeTexts& texts, const QString& url, bool isShort)
+ExchangeUnit makeUnit(const ExchangeTexts& texts, const QString& url, bool isShort,
+                      const QString& baseText)
 {
     ExchangeUnit unit;
     unit.url = url;
     unit.isShort = isShort;
-    unit.baseText = texts.baseText(url, isShort);
+    unit.baseText = baseText;
     unit.text = texts.side(isShort).language.text(url);
     unit.comment = texts.comment(url, isShort);
-    unit.limit = allowedLength(unit.comment).value_or(0);
-    unit.placeholders = kindOfPlaceholders(unit.baseText, unit.text);
     unit.state = unit.text.isEmpty() ? State::Missing : State::Translated;
     if (unit.text.isEmpty())
         return unit;
@@ -77,11 +36,12 @@ void appendUnits(const ExchangeTexts& texts, bool isShort, ExchangeSelection sel
 {
     const ExchangeSide& side = texts.side(isShort);
     const auto append = [&](const QString& url) {
-        if (texts.baseText(url, isShort).isEmpty())
+        const QString baseText = texts.baseText(url, isShort);
+        if (baseText.isEmpty())
             return;
-        const ExchangeUnit unit = makeUnit(texts, url, isShort);
+        ExchangeUnit unit = makeUnit(texts, url, isShort, baseText);
         if (isSelected(unit, selection))
-            units.append(unit);
+            units.append(std::move(unit));
     };
     for (const LanguageTexts::Entry& entry : side.base.entries()) {
         if (entry.isListed)
@@ -129,7 +89,9 @@ QString ExchangeTexts::comment(const QString& url, bool isShort) const
 
 std::optional<QString> ExchangeTexts::findOldBaseText(const QString& url, bool isShort) const
 {
-    return side(isShort).record.findOldBaseText(url, language, baseText(url, isShort));
+    const BaseTextRecord& record = side(isShort).record;
+    return record.isBegun() ? record.findOldBaseText(url, language, baseText(url, isShort))
+                            : std::nullopt;
 }
 
 ExchangeFile collectUnits(const ExchangeTexts& texts, ExchangeSelection selection)

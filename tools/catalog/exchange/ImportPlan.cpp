@@ -1,6 +1,7 @@
 #include "ImportPlan.h"
 
 #include "ComparingChecks_p.h"
+#include "MessageChecks_p.h"
 #include "TextChecks.h"
 #include "WritingRules.h"
 
@@ -96,6 +97,7 @@ private:
         const AnalyzedText text(unit.text, &base);
         TextFindings findings;
         const TextToCheck toCheck{text, &base, m_Rules, m_RulesOfBase, QString()};
+        findMessageFaults(toCheck, findings);
         findOtherPlaceholders(toCheck, findings);
         findOtherMarkup(toCheck, findings);
         return findings.isEmpty() ? QString()

@@ -15,6 +15,12 @@ bool isShortUnit(const ExchangeUnit& unit)
     return unit.isShort && !unit.text.isEmpty();
 }
 
+/** The text in the file that is replaced; none when there is none yet. */
+int nodeOf(const ImportPlan::NewText& text, const ExchangeTexts& texts)
+{
+    return texts.side(text.isShort).language.entry(text.url).node;
+}
+
 QJsonObject emptyDocument(const QString& language)
 {
     return {{LanguageDefinitions::getJsonHeaderName(),
@@ -51,15 +57,17 @@ std::unique_ptr<LanguageImport> LanguageImport::open(const ExchangeFolder& folde
         fault = editFault.reason;
         return nullptr;
     }
-    const std::optional<ExchangeTexts> texts = folder.read(language, fault);
-    if (!texts)
-        return nullptr;
     const ExchangeFile usable =
         hasShort && !isShortWanted
             ? withoutShortTexts(file, QStringLiteral("name the folder of the short texts with "
                                                      "--short-folder."))
             : file;
-    import->apply(planImport(usable, *texts, options), *texts);
+    const auto textsOf = [](const auto& editor) {
+        return editor == nullptr ? LanguageTexts() : LanguageTexts(editor->tree());
+    };
+    const ExchangeTexts texts =
+        folder.beside(language, textsOf(import->m_pFull), textsOf(import->m_pShort));
+    import->apply(planImport(usable, texts, options), texts);
     return import;
 }
 
@@ -75,13 +83,9 @@ bool LanguageImport::openEditors(bool isShortWanted, EditFault& fault)
     if (m_pFull == nullptr || !isShortWanted)
         return m_pFull != nullptr;
     const QString path = m_Folder.shortFolderPath();
-    if (listLanguages(path).contains(m_StrLanguage)) {
-        m_pShort = LanguageFileEditor::open(path, m_StrLanguage, fault);
-    } else {
-        m_pShort = LanguageFileEditor::create(path, m_StrLanguage, fault);
-        if (m_pShort != nullptr)
-            m_pShort->document() = emptyDocument(m_StrLanguage);
-    }
+    m_pShort = listLanguages(path).contains(m_StrLanguage)
+                   ? LanguageFileEditor::open(path, m_StrLanguage, fault)
+                   : LanguageFileEditor::create(path, m_StrLanguage, fault);
     return m_pShort != nullptr;
 }
 
@@ -91,15 +95,34 @@ void LanguageImport::apply(const ImportPlan& plan, const ExchangeTexts& texts)
     m_LeftOut = plan.leftOut;
     for (const ImportPlan::NewText& text : plan.confirmedTexts)
         note(text);
+    replaceTexts(plan, texts);
     for (const ImportPlan::NewText& text : plan.texts) {
-        const QString obstacle = write(text, texts.comment(text.url, text.isShort));
-        if (obstacle.isEmpty()) {
+        const bool isThere = nodeOf(text, texts) != JsonTree::none;
+        const QString obstacle =
+            isThere ? QString() : add(text, texts.comment(text.url, text.isShort));
+        if (obstacle.isEmpty())
             note(text);
-            continue;
-        }
-        m_LeftOut.append(
-            {text.place, QStringLiteral("%1: cannot be written: %2.").arg(text.url, obstacle)});
+        else
+            m_LeftOut.append(
+                {text.place, QStringLiteral("%1: cannot be written: %2.").arg(text.url, obstacle)});
+        if (isThere)
+            m_Changes.append({text.url, text.isShort, false});
     }
+}
+
+/** Replaces the texts that are there, which is to be done before others are added. */
+void LanguageImport::replaceTexts(const ImportPlan& plan, const ExchangeTexts& texts)
+{
+    QMap<int, QString> strings;
+    QMap<int, QString> shortStrings;
+    for (const ImportPlan::NewText& text : plan.texts) {
+        const int node = nodeOf(text, texts);
+        if (node != JsonTree::none)
+            (text.isShort ? shortStrings : strings).insert(node, text.text);
+    }
+    m_pFull->replaceStrings(strings);
+    if (m_pShort != nullptr)
+        m_pShort->replaceStrings(shortStrings);
 }
 
 void LanguageImport::note(const ImportPlan::NewText& text)
@@ -109,21 +132,25 @@ void LanguageImport::note(const ImportPlan::NewText& text)
         editor->noteBaseText(text.url, text.baseText);
 }
 
-QString LanguageImport::write(const ImportPlan::NewText& text, const QString& comment)
+/** Adds a text that is not there. @return why that is not possible. */
+QString LanguageImport::add(const ImportPlan::NewText& text, const QString& comment)
 {
     QJsonObject& document = (text.isShort ? m_pShort : m_pFull)->document();
+    if (document.isEmpty())
+        document = emptyDocument(m_StrLanguage);
     const QStringList node = storagePathOf(text.url, document);
-    const bool isAdded = valueAt(node, document).isUndefined();
-    QString obstacle = isAdded ? findUnusableKey(text.url) : QString();
+    const QStringList commentPath = node + QStringList(LanguageDefinitions::getJsonCommentName());
+    const bool isNodeNew = valueAt(node, document).isUndefined();
+    const bool hasComment = !valueAt(commentPath, document).isUndefined();
+    QString obstacle = isNodeNew ? findUnusableKey(text.url) : QString();
     if (obstacle.isEmpty())
         obstacle = writeString(node + QStringList(LanguageDefinitions::getJsonTextName()),
                                text.text, document);
     // A text without a comment is listed nowhere; one that is there is left alone.
-    if (obstacle.isEmpty() && isAdded)
-        obstacle = writeString(node + QStringList(LanguageDefinitions::getJsonCommentName()),
-                               comment, document);
+    if (obstacle.isEmpty() && !hasComment)
+        obstacle = writeString(commentPath, comment, document);
     if (obstacle.isEmpty())
-        m_Changes.append({text.url, text.isShort, isAdded});
+        m_Changes.append({text.url, text.isShort, true});
     return obstacle;
 }
 

@@ -49,7 +49,8 @@ private:
     bool openEditors(bool isShortWanted, EditFault& fault);
     void apply(const ImportPlan& plan, const ExchangeTexts& texts);
     void note(const ImportPlan::NewText& text);
-    QString write(const ImportPlan::NewText& text, const QString& comment);
+    void replaceTexts(const ImportPlan& plan, const ExchangeTexts& texts);
+    QString add(const ImportPlan::NewText& text, const QString& comment);
 
     const ExchangeFolder& m_Folder;
     QString m_StrLanguage;

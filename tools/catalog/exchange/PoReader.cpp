@@ -1,6 +1,6 @@
 #include "PoReader.h"
 
-#include "Utf8.h"
+#include "ExchangeEncoding.h"
 #include "VisibleControls.h"
 
 namespace
@@ -47,6 +47,12 @@ std::optional<QChar> readEscape(const QString& line, QString::size_type& index)
     return std::nullopt;
 }
 
+/** Whether the character means something in a text between quotation marks. */
+bool isMark(QChar character)
+{
+    return character == QLatin1Char('\\') || character == QLatin1Char('"');
+}
+
 QString::size_type skipBlanks(const QString& line, QString::size_type index)
 {
     while (index < line.size() && line.at(index).isSpace())
@@ -73,7 +79,7 @@ void PoContext::read(const QString& context, ExchangeUnit& unit)
 
 std::optional<ExchangeFault> PoReader::read(const QByteArray& bytes)
 {
-    const std::optional<QString> decoded = decodeUtf8(withoutByteOrderMark(bytes));
+    const std::optional<QString> decoded = decodeUtf(bytes);
     if (!decoded)
         return ExchangeFault{{}, QStringLiteral("is not encoded in UTF-8. Save it as UTF-8.")};
     const QString& text = *decoded;
@@ -175,10 +181,12 @@ void PoReader::readString(const QString& line, QString::size_type start)
     }
     QString::size_type index = start + 1;
     while (index < line.size() && line.at(index) != QLatin1Char('"')) {
-        if (line.at(index) != QLatin1Char('\\')) {
-            *m_pTarget += line.at(index++);
+        const auto begin = index;
+        while (index < line.size() && !isMark(line.at(index)))
+            ++index;
+        m_pTarget->append(line.constData() + begin, index - begin);
+        if (index == line.size() || line.at(index) == QLatin1Char('"'))
             continue;
-        }
         ++index;
         const std::optional<QChar> character =
             index < line.size() ? readEscape(line, index) : std::nullopt;

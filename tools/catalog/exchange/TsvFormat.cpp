@@ -1,9 +1,11 @@
 #include "TsvFormat.h"
 
-#include "Utf8.h"
+#include "ExchangeEncoding.h"
+#include "TsvRows.h"
 #include "VisibleControls.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 
@@ -34,118 +36,35 @@ bool isFormula(const QString& cell)
     return first != cell.end() && signs.contains(*first);
 }
 
-QString writeCell(const QString& text)
+void appendCell(const QString& text, QString& row)
 {
+    const QLatin1Char mark('"');
     QString cell = showControls(text);
     if (isFormula(cell))
         cell.prepend(QLatin1Char('\''));
-    const QLatin1Char mark('"');
     const bool needsMarks = std::any_of(cell.begin(), cell.end(), [=](QChar character) {
         return character == mark || character == QLatin1Char('\t') ||
                character == QLatin1Char('\n');
     });
-    if (!needsMarks)
-        return cell;
-    return mark + cell.replace(mark, QStringLiteral("\"\"")) + mark;
+    if (needsMarks)
+        row += mark + cell.replace(mark, QStringLiteral("\"\"")) + mark;
+    else
+        row += cell;
+}
+
+void appendRow(std::initializer_list<QString> cells, QString& text)
+{
+    for (const QString& cell : cells) {
+        appendCell(cell, text);
+        text += QLatin1Char('\t');
+    }
+    text[text.size() - 1] = QLatin1Char('\n');
 }
 
 QString readCell(const QString& cell)
 {
     const bool isGuarded = cell.startsWith(QLatin1Char('\'')) && isFormula(cell);
     return hideControls(isGuarded ? cell.mid(1) : cell);
-}
-
-/** Cuts the text of a file into rows of cells. */
-class Rows
-{
-public:
-    explicit Rows(const QString& text)
-        : m_Text(text)
-    {
-    }
-
-    bool isAtEnd() const { return m_Index == m_Text.size(); }
-    /** Line of the next row, from 1. */
-    int line() const { return m_Line; }
-
-    /** Goes behind the next row. @return its cells; nothing when quotation marks do not fit. */
-    std::optional<QStringList> next()
-    {
-        QStringList cells;
-        do {
-            std::optional<QString> text = nextCell();
-            if (!text)
-                return std::nullopt;
-            cells.append(*text);
-        } while (take(QLatin1Char('\t')));
-        take(QLatin1Char('\r'));
-        if (!isAtEnd() && !take(QLatin1Char('\n')))
-            return std::nullopt;
-        return cells;
-    }
-
-private:
-    bool isAt(QLatin1Char character) const
-    {
-        return m_Index < m_Text.size() && m_Text.at(m_Index) == character;
-    }
-
-    bool take(QLatin1Char character)
-    {
-        if (!isAt(character))
-            return false;
-        ++m_Index;
-        if (character == QLatin1Char('\n'))
-            ++m_Line;
-        return true;
-    }
-
-    std::optional<QString> nextCell()
-    {
-        if (isAt(QLatin1Char('"')))
-            return nextQuotedCell();
-        const auto start = m_Index;
-        while (m_Index < m_Text.size() && !isAt(QLatin1Char('\t')) && !isAt(QLatin1Char('\n')))
-            ++m_Index;
-        const bool isBeforeReturn = m_Index > start &&
-                                    m_Text.at(m_Index - 1) == QLatin1Char('\r') &&
-                                    !isAt(QLatin1Char('\t'));
-        return m_Text.mid(start, m_Index - start - (isBeforeReturn ? 1 : 0));
-    }
-
-    std::optional<QString> nextQuotedCell()
-    {
-        const QLatin1Char mark('"');
-        QString text;
-        while (take(mark)) { // the first one, or the second of two
-            if (!text.isNull())
-                text += mark;
-            const auto end = m_Text.indexOf(mark, m_Index);
-            if (end < 0)
-                return std::nullopt;
-            const QString part = m_Text.mid(m_Index, end - m_Index);
-            m_Line += static_cast<int>(part.count(QLatin1Char('\n')));
-            text = (text.isNull() ? QStringLiteral("") : text) + part;
-            m_Index = end + 1;
-        }
-        return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    }
-
-    const QString m_Text;
-    QString::size_type m_Index = 0;
-    int m_Line = 1;
-};
-
-/** Spreadsheets write UTF-8 with or without a mark, and UTF-16 with one. */
-std::optional<QString> decode(const QByteArray& bytes)
-{
-    if (!bytes.startsWith("\xFF\xFE") && !bytes.startsWith("\xFE\xFF"))
-        return decodeUtf8(withoutByteOrderMark(bytes));
-    constexpr auto unit = static_cast<int>(sizeof(char16_t));
-    if (bytes.size() % unit != 0)
-        return std::nullopt;
-    return QString::fromUtf16(reinterpret_cast<const char16_t*>(bytes.constData()),
-                              bytes.size() / unit);
 }
 
 /** Where the columns are, by the first row. */
@@ -201,30 +120,24 @@ void appendUnits(const QStringList& cells, const Columns& columns, int line, Exc
 QByteArray TsvFormat::write(const ExchangeFile& file) const
 {
     QHash<QString, const ExchangeUnit*> shortUnits;
-    QVector<const ExchangeUnit*> rows;
-    QHash<QString, const ExchangeUnit*> fullUnits;
-    for (const ExchangeUnit& unit : file.units)
-        (unit.isShort ? shortUnits : fullUnits).insert(unit.url, &unit);
+    QSet<QString> fullUrls;
     for (const ExchangeUnit& unit : file.units) {
-        if (!unit.isShort || !fullUnits.contains(unit.url))
-            rows.append(&unit);
+        if (unit.isShort)
+            shortUnits.insert(unit.url, &unit);
+        else
+            fullUrls.insert(unit.url);
     }
-
-    const auto line = [](const QStringList& cells) {
-        QStringList written;
-        for (const QString& cell : cells)
-            written.append(writeCell(cell));
-        return written.join(QLatin1Char('\t')) + QLatin1Char('\n');
-    };
-    const QChar byteOrderMark(QChar::ByteOrderMark);
-    QString text = byteOrderMark + line({urlTitle(), file.baseLanguage, file.language,
-                                         commentTitle(), shortTextTitle()});
-    for (const ExchangeUnit* unit : qAsConst(rows)) {
-        const ExchangeUnit* shortUnit = shortUnits.value(unit->url);
-        const bool isFull = !unit->isShort;
-        text +=
-            line({unit->url, isFull ? unit->baseText : QString(), isFull ? unit->text : QString(),
-                  unit->comment, shortUnit != nullptr ? shortUnit->text : QString()});
+    QString text(QChar::ByteOrderMark);
+    appendRow({urlTitle(), file.baseLanguage, file.language, commentTitle(), shortTextTitle()},
+              text);
+    for (const ExchangeUnit& unit : file.units) {
+        if (unit.isShort && fullUrls.contains(unit.url))
+            continue;
+        const ExchangeUnit* shortUnit = shortUnits.value(unit.url);
+        appendRow({unit.url, unit.isShort ? QString() : unit.baseText,
+                   unit.isShort ? QString() : unit.text, unit.comment,
+                   shortUnit != nullptr ? shortUnit->text : QString()},
+                  text);
     }
     return text.toUtf8();
 }
@@ -232,10 +145,10 @@ QByteArray TsvFormat::write(const ExchangeFile& file) const
 std::optional<ExchangeFault> TsvFormat::read(const QByteArray& bytes, ExchangeFile& file) const
 {
     file = ExchangeFile();
-    const std::optional<QString> text = decode(bytes);
+    const std::optional<QString> text = decodeUtf(bytes);
     if (!text)
         return ExchangeFault{{}, QStringLiteral("is not encoded in UTF-8. Save it as UTF-8.")};
-    Rows rows(*text);
+    TsvRows rows(*text);
     Columns columns;
     for (bool isFirst = true; !rows.isAtEnd(); isFirst = false) {
         const int line = rows.line();

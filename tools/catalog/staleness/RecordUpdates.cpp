@@ -51,8 +51,8 @@ QMap<QString, QString> allTexts(const LanguageTexts& texts)
 
 void noteEditOfBase(const DocumentEdit& edit, BaseTextRecord& record)
 {
-    const LanguageTexts before(edit.before);
-    const LanguageTexts after(edit.after);
+    const LanguageTexts before(edit.document.documentAsRead());
+    const LanguageTexts after(edit.document.document());
     const bool isBeginning =
         !record.isBegun() && listLanguages(edit.folderPath).size() > 1 &&
         std::any_of(after.entries().begin(), after.entries().end(),
@@ -74,11 +74,11 @@ void noteEditOfBase(const DocumentEdit& edit, BaseTextRecord& record)
 QString noteEditOfOther(const DocumentEdit& edit, BaseTextRecord& record)
 {
     QString fault;
-    const LanguageTexts before(edit.before);
-    const LanguageTexts base(readLanguage(edit.folderPath, record.baseLanguage(), fault));
-    const LanguageTexts lastFallback(readLanguage(
-        edit.folderPath, LanguageDefinitions::getSecondFallbackLanguageFilename(), fault));
-    const LanguageTexts after(edit.after);
+    const LanguageTexts before(edit.document.documentAsRead());
+    const LanguageTexts base = readTexts(edit.folderPath, record.baseLanguage(), fault);
+    const LanguageTexts lastFallback =
+        readTexts(edit.folderPath, LanguageDefinitions::getSecondFallbackLanguageFilename(), fault);
+    const LanguageTexts after(edit.document.document());
     for (const LanguageTexts::Entry& entry : after.entries()) {
         const QString ofBase = base.text(entry.url);
         const QString baseText = ofBase.isEmpty() ? lastFallback.text(entry.url) : ofBase;
@@ -136,9 +136,9 @@ QString RecordUpdates::note(const DocumentEdit& edit, Folder& folder)
     QString fault;
     if (edit.language == folder.baseLanguage)
         noteEditOfBase(edit, folder.record);
-    else if (folder.record.isBegun() && edit.before != edit.after)
+    else if (folder.record.isBegun() && edit.document.isTouched())
         fault = noteEditOfOther(edit, folder.record);
-    for (auto text = edit.baseTexts.begin(); text != edit.baseTexts.end(); ++text)
-        folder.record.noteText(text.key(), edit.language, text.value());
+    for (const NotedBaseText& text : edit.baseTexts)
+        folder.record.noteText(text.url, edit.language, text.baseText);
     return fault;
 }

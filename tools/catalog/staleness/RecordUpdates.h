@@ -1,24 +1,30 @@
 #pragma once
 
 #include "BaseTextRecord.h"
+#include "EditedDocument.h"
 #include "FileTransaction.h"
 
-#include <QJsonObject>
 #include <QMap>
 #include <QString>
+#include <QVector>
 
 #include <map>
 #include <vector>
+
+/** What a text is said to be of. */
+struct NotedBaseText {
+    QString url;
+    QString baseText;
+};
 
 /** What was done to one language document, as far as it says what texts are of. */
 struct DocumentEdit {
     QString folderPath;
     QString language;
-    QJsonObject before;
-    QJsonObject after;
+    const EditedDocument& document;
     QMap<QString, QString>
         oldUrls; ///< of texts that were moved with all below them, by their new ones
-    QMap<QString, QString> baseTexts; ///< by URL: what texts are said to be of
+    QVector<NotedBaseText> baseTexts;
 };
 
 /**

@@ -19,10 +19,10 @@
 namespace
 {
 
-constexpr QLatin1String dataTypeOption("data-type");
-constexpr QLatin1String keysOption("keys");
-constexpr QLatin1String deleteOption("delete-text-url");
-constexpr QLatin1String linesOption("lines");
+const QLatin1String dataTypeOption("data-type");
+const QLatin1String keysOption("keys");
+const QLatin1String deleteOption("delete-text-url");
+const QLatin1String linesOption("lines");
 
 /** What is wrong with the options that choose the keys; empty when nothing is. */
 QString configure(TextIdTranslation& translation, const CommandLine& commandLine)

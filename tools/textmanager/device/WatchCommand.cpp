@@ -21,7 +21,7 @@
 namespace
 {
 
-constexpr QLatin1String onceOption("once");
+const QLatin1String onceOption("once");
 
 /** Without a status display the library looks for short texts in the current directory, and speaks
  * of unrelated files there; those of the language folder come with an absolute path. */

@@ -9,7 +9,7 @@
 namespace
 {
 
-constexpr QLatin1String fromOption("from");
+const QLatin1String fromOption("from");
 
 /** A copy of a node and all below it, their texts empty. */
 QJsonObject withoutTexts(QJsonObject node)

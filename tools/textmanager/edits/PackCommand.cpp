@@ -10,12 +10,12 @@
 namespace
 {
 
-constexpr QLatin1String outputOption("output");
-constexpr QLatin1String blankOption("blank-comments");
-constexpr QLatin1String dropOption("drop-comments");
-constexpr QLatin1String languagesOption("languages");
-constexpr QLatin1String forceOption("force");
-constexpr QLatin1String noVerifyOption("no-verify");
+const QLatin1String outputOption("output");
+const QLatin1String blankOption("blank-comments");
+const QLatin1String dropOption("drop-comments");
+const QLatin1String languagesOption("languages");
+const QLatin1String forceOption("force");
+const QLatin1String noVerifyOption("no-verify");
 
 PackRequest requestOf(const CommandLine& commandLine)
 {

@@ -15,7 +15,7 @@
 namespace
 {
 
-constexpr QLatin1String mustExistOption("must-exist");
+const QLatin1String mustExistOption("must-exist");
 
 QString textOption()
 {

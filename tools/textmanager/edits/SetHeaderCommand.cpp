@@ -9,8 +9,8 @@
 namespace
 {
 
-constexpr QLatin1String languageNameOption("language-name");
-constexpr QLatin1String subLanguageOption("sub-language");
+const QLatin1String languageNameOption("language-name");
+const QLatin1String subLanguageOption("sub-language");
 
 /** Writes one field of the header. @return whether that was possible; a message says why not. */
 bool writeField(const QString& field, const QString& value, LanguageFileEditor& editor,

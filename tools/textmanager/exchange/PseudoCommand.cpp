@@ -11,7 +11,6 @@
 #include "LanguageInformation.h"
 
 #include <QDir>
-#include <QJsonDocument>
 
 #include <memory>
 
@@ -24,8 +23,7 @@ const QString rightToLeftOption = QStringLiteral("rtl");
 
 QJsonObject readDocument(const QString& path)
 {
-    QByteArray bytes = readRegularFile(path).bytes.value_or(QByteArray());
-    return QJsonDocument::fromJson(bytes.replace('\r', QByteArray())).object();
+    return parseLanguage(readRegularFile(path).bytes.value_or(QByteArray()));
 }
 
 /** The documents of a folder's languages by their keys. */

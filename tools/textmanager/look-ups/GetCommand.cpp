@@ -11,8 +11,8 @@ namespace
 using Wanted = LanguageFolder::Wanted;
 using Answer = LanguageFolder::Answer;
 
-constexpr QLatin1String shortOption("short");
-constexpr QLatin1String commentOption("comment");
+const QLatin1String shortOption("short");
+const QLatin1String commentOption("comment");
 
 /** What one call of the command asks for. */
 struct Request {
