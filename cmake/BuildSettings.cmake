@@ -36,6 +36,11 @@ file(RELATIVE_PATH libdir_from_bindir ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTA
 set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/${libdir_from_bindir}")
 set(CMAKE_INSTALL_RPATH_USE_LINK_PATH ON)
 
+# Else a 32-bit machine sees no file with a large inode number, and no time after January 2038.
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  add_compile_definitions(_FILE_OFFSET_BITS=64 _TIME_BITS=64)
+endif()
+
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 add_compile_definitions(
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_STRICT_ITERATORS QT_NO_FOREACH

@@ -65,7 +65,7 @@ private Q_SLOTS:
 
 private:
     int below(int limit) { return std::uniform_int_distribution<>(0, limit - 1)(m_Random); }
-    QString any(const QStringList& list) { return list.at(below(list.size())); }
+    QString any(const QStringList& list) { return list.at(below(static_cast<int>(list.size()))); }
     QJsonValue randomNode(int depth);
     QJsonObject randomDocument() { return {{"Content", randomNode(0)}}; }
     void changeSomething(const LanguageFiles& files, OpenTextManager& manager);

@@ -250,5 +250,6 @@ void PoReader::readHeader(const QString& fields)
 
 void PoReader::fail(QString::size_type index, const QString& reason)
 {
-    m_Fault = ExchangeFault{{m_Line, index + 1}, QStringLiteral("malformed PO: %1.").arg(reason)};
+    m_Fault = ExchangeFault{{m_Line, static_cast<int>(index) + 1},
+                            QStringLiteral("malformed PO: %1.").arg(reason)};
 }

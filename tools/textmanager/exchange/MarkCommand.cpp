@@ -37,7 +37,7 @@ std::optional<QVector<Mark>> findMarks(const QStringList& urls, const ExchangeTe
     QVector<Mark> marks;
     bool areAllThere = true;
     for (const QString& url : urls) {
-        const int before = marks.size();
+        const auto before = marks.size();
         for (const bool isShort : {false, true}) {
             if (!texts.side(isShort).language.text(url).isEmpty())
                 marks.append({url, isShort, texts.findOldBaseText(url, isShort).has_value()});
