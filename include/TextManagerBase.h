@@ -24,9 +24,9 @@ struct LookUpAnswer;
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 using TextManagerMutex = QMutex;
 #else
-/** The type of a text manager's mutex, with Qt 5 a QMutex. In Qt 6 that is never recursive; this one
- * always is, also that of a text manager built in memory. Both are locked alike:
- * `QMutexLocker locker(&m_Mutex)`. */
+/** The type of a text manager's mutex, with Qt 5 a QMutex. In Qt 6 that is never recursive; this
+ * one always is, also that of a text manager built in memory. Both are locked alike: `QMutexLocker
+ * locker(&m_Mutex)`. */
 using TextManagerMutex = QRecursiveMutex;
 #endif
 

@@ -27,7 +27,8 @@ QString shownCharacter(const QByteArray& bytes, int offset)
     const char32_t character = characters.value(0);
     if (QChar::isPrint(character))
         return QStringLiteral("'%1'").arg(QString::fromUcs4(&character, 1));
-    const QString code = QStringLiteral("%1").arg(static_cast<uint>(character), 4, 16, QLatin1Char('0')).toUpper();
+    const QString code =
+        QStringLiteral("%1").arg(static_cast<uint>(character), 4, 16, QLatin1Char('0')).toUpper();
     return QStringLiteral("the character U+") + code;
 }
 
