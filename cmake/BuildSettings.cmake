@@ -53,6 +53,11 @@ add_compile_options(
 if(CMAKE_COMPILE_WARNING_AS_ERROR AND CMAKE_VERSION VERSION_LESS 3.24)
   add_compile_options(-Werror)
 endif()
+# Else a 32-bit machine sees no file with a large inode number, and no time after January 2038.
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  add_compile_definitions(_FILE_OFFSET_BITS=64 _TIME_BITS=64)
+endif()
+
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 add_compile_definitions(
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_STRICT_ITERATORS QT_NO_FOREACH

@@ -11,7 +11,7 @@ foreach(addon Messages Quick)
     list(APPEND CPACK_COMPONENTS_ALL ${component})
   endif()
 endforeach()
-if(TEXTMANAGER_BUILD_TOOLS)
+if(TEXTMANAGER_BUILD_TOOLS AND TEXTMANAGER_INSTALL_PROGRAMS)
   list(APPEND CPACK_COMPONENTS_ALL tools)
 endif()
 

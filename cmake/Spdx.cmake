@@ -3,7 +3,10 @@
 
 set(spdx_document ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}.spdx.json)
 set(spdx_targets TextManagerLibrary)
-foreach(target ReferencePlatform TextManagerMessages TextManagerQuick textmanager device-simulator)
+if(TEXTMANAGER_INSTALL_PROGRAMS)
+  set(programs textmanager device-simulator)
+endif()
+foreach(target ReferencePlatform TextManagerMessages TextManagerQuick ${programs})
   if(TARGET ${target})
     list(APPEND spdx_targets ${target})
   endif()

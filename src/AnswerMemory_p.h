@@ -92,7 +92,8 @@ private:
             return textUrl == other.textUrl && languageKey == other.languageKey;
         }
     };
-    friend uint qHash(const Question& question, uint seed);
+    using HashValue = decltype(qHash(QString()));
+    friend HashValue qHash(const Question& question, HashValue seed);
 
     const Language* findLanguage(const QString& key)
     {

@@ -215,7 +215,7 @@ void ToolExchangeTest::imports()
     const QString rows = "URL\ten_US\tde\tcomment\tshort text\n" + cell("rows").replace('#', '\t');
     LanguageFiles::writePath(files.path() + "x.tsv", rows.toUtf8());
     const QString words = cell("rows").isEmpty() ? "import DIR " : "import DIR DIR/x.tsv ";
-    const ToolRun run(files.words(words + cell("options")).filter(QRegExp(".")));
+    const ToolRun run(files.words(words + cell("options")).filter(QRegularExpression(".")));
     QVERIFY2(run.says(files.fill(cell("message"))), qPrintable(run.messages()));
     QCOMPARE(run.exitStatus(), cell("exit").toInt());
     QCOMPARE(textsIn(files.file("de")), cell("after"));

@@ -65,7 +65,7 @@ std::optional<Written> exportLanguage(const ExchangeFolder& folder, const QStrin
     const ExchangeFile file = collectUnits(*texts, selection);
     if (!writeFile(path, format.write(file)))
         return std::nullopt;
-    return Written{path, language, file.units.size(), count(file, State::Missing),
+    return Written{path, language, static_cast<int>(file.units.size()), count(file, State::Missing),
                    count(file, State::Stale)};
 }
 

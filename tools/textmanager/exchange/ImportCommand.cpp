@@ -162,7 +162,7 @@ ExitStatus runImport(const CommandLine& commandLine)
         return UnusableInput;
     }
     QJsonArray files;
-    int used = 0;
+    QString::size_type used = 0;
     bool isAllTaken = static_cast<int>(imports.size()) == arguments.size() - 1;
     for (const auto& import : imports) {
         if (!commandLine.isJsonWanted())

@@ -75,7 +75,8 @@ Made makeIn(const QString& folderPath, const QString& base, const CommandLine& c
     Made made{openTarget(folderPath, language), 0};
     if (made.editor != nullptr) {
         made.editor->document() = pseudo.make(language, documents.value(base));
-        made.texts = LanguageInformation().getAvailableUrls(made.editor->document()).size();
+        made.texts = static_cast<int>(
+            LanguageInformation().getAvailableUrls(made.editor->document()).size());
     }
     return made;
 }
