@@ -1,7 +1,7 @@
 include(GenerateExportHeader)
 
 # textmanager_add_library(TARGET [OUTPUT_NAME NAME] [INCLUDE_DIR FOLDER]
-#   EXPORT_NAME NAME EXPORT_SET SET FOLDER FOLDER HEADERS HEADER... SOURCES SOURCE...)
+#   EXPORT_NAME NAME EXPORT_SET SET COMPONENT COMPONENT FOLDER FOLDER HEADERS HEADER... SOURCES SOURCE...)
 #
 # Adds and installs one of the project's shared libraries. In this tree others link it as
 # TextManagerLibrary::EXPORT_NAME, whichever Qt it is built with.
@@ -9,11 +9,12 @@ include(GenerateExportHeader)
 #   INCLUDE_DIR  where its headers stand, by default the folder include beside the caller
 #   EXPORT_NAME  its target's name in the installed package
 #   EXPORT_SET   which targets of the package it is installed with
+#   COMPONENT    what is installed with it alone; its headers belong to the component development
 #   FOLDER       where its headers are installed, below those of the package
 #   HEADERS      what clients include; the header of its export macro is made, and joins them
 function(textmanager_add_library target)
   cmake_parse_arguments(PARSE_ARGV 1 library ""
-    "OUTPUT_NAME;INCLUDE_DIR;EXPORT_NAME;EXPORT_SET;FOLDER" "HEADERS;SOURCES")
+    "OUTPUT_NAME;INCLUDE_DIR;EXPORT_NAME;EXPORT_SET;COMPONENT;FOLDER" "HEADERS;SOURCES")
   if(NOT library_OUTPUT_NAME)
     set(library_OUTPUT_NAME ${target})
   endif()
@@ -37,6 +38,7 @@ function(textmanager_add_library target)
     $<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}/include>
     $<INSTALL_INTERFACE:${installed_headers}>)
 
-  install(TARGETS ${target} EXPORT ${library_EXPORT_SET})
-  install(FILES ${library_HEADERS} ${export_header} DESTINATION ${installed_headers})
+  install(TARGETS ${target} EXPORT ${library_EXPORT_SET}
+    LIBRARY COMPONENT ${library_COMPONENT} NAMELINK_COMPONENT development)
+  install(FILES ${library_HEADERS} ${export_header} DESTINATION ${installed_headers} COMPONENT development)
 endfunction()

@@ -30,11 +30,33 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_AUTOMOC ON)
 
-# Installed programs and libraries find each other wherever the prefix is moved to, and a device's
-# own platform where it was found.
-file(RELATIVE_PATH libdir_from_bindir ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/${libdir_from_bindir}")
-set(CMAKE_INSTALL_RPATH_USE_LINK_PATH ON)
+# Installed programs and libraries find each other wherever the prefix is moved to, unless the
+# integrator says where they shall look.
+if(NOT DEFINED CMAKE_INSTALL_RPATH)
+  file(RELATIVE_PATH libdir_from_bindir ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+  set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/${libdir_from_bindir}")
+endif()
+if(DEFINED BUILD_SHARED_LIBS AND NOT BUILD_SHARED_LIBS)
+  message(FATAL_ERROR "BUILD_SHARED_LIBS is off, but TextManagerLibrary is built as shared libraries only: "
+    "the QML module and a device's own platform rely on it. Leave BUILD_SHARED_LIBS on, or unset it.")
+endif()
+
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+# What is built names no folder of the build machine, and is the same in every folder. Ninja names a
+# source from where it builds, the debug information by its whole path.
+file(RELATIVE_PATH source_from_build ${PROJECT_BINARY_DIR} ${PROJECT_SOURCE_DIR})
+add_compile_options(
+  -ffile-prefix-map=${source_from_build}=
+  -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
+  -ffile-prefix-map=${PROJECT_BINARY_DIR}=.)
+
+if(CMAKE_COMPILE_WARNING_AS_ERROR AND CMAKE_VERSION VERSION_LESS 3.24)
+  add_compile_options(-Werror)
+endif()
+# Else a 32-bit machine sees no file with a large inode number, and no time after January 2038.
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  add_compile_definitions(_FILE_OFFSET_BITS=64 _TIME_BITS=64)
+endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 add_compile_definitions(

@@ -20,12 +20,13 @@ install(FILES
   ${CMAKE_CURRENT_LIST_DIR}/TextManagerKeys.cmake
   ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}Config.cmake
   ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}ConfigVersion.cmake
-  DESTINATION ${package_dir})
-install(EXPORT ${TEXTMANAGER_PACKAGE}Targets NAMESPACE ${TEXTMANAGER_PACKAGE}:: DESTINATION ${package_dir})
+  DESTINATION ${package_dir} COMPONENT development)
+install(EXPORT ${TEXTMANAGER_PACKAGE}Targets
+  NAMESPACE ${TEXTMANAGER_PACKAGE}:: DESTINATION ${package_dir} COMPONENT development)
 foreach(addon Messages Quick)
   if(TARGET TextManagerLibrary::${addon})
     install(EXPORT ${TEXTMANAGER_PACKAGE}${addon}Targets
-      NAMESPACE ${TEXTMANAGER_PACKAGE}:: DESTINATION ${package_dir})
+      NAMESPACE ${TEXTMANAGER_PACKAGE}:: DESTINATION ${package_dir} COMPONENT development)
   endif()
 endforeach()
 
@@ -51,4 +52,4 @@ file(GENERATE
   OUTPUT ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}.pc
   INPUT ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}.pc.configured)
 install(FILES ${PROJECT_BINARY_DIR}/${TEXTMANAGER_PACKAGE}.pc
-  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)

@@ -10,5 +10,7 @@ function(textmanager_add_man_page program)
     DEPENDS ${program}
     VERBATIM)
   add_custom_target(${program}-man ALL DEPENDS ${page})
-  install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  if(TEXTMANAGER_INSTALL_PROGRAMS)
+    install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+  endif()
 endfunction()

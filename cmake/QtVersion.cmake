@@ -3,6 +3,7 @@
 #   TEXTMANAGER_SUFFIX   what the names of everything installed for Qt 6 end in, so that both builds
 #                        can be installed side by side: empty or 6
 #   TEXTMANAGER_PACKAGE  the CMake package and pkg-config module
+#   TEXTMANAGER_IS_FIRST_QT  whether there is no lower Qt to build with, too
 
 if(NOT TEXTMANAGER_QT_VERSION)
   find_package(Qt5 5.15 QUIET COMPONENTS Core)
@@ -25,6 +26,15 @@ elseif(TEXTMANAGER_QT_VERSION EQUAL 6)
 else()
   message(FATAL_ERROR "TEXTMANAGER_QT_VERSION is '${TEXTMANAGER_QT_VERSION}': set it to 5 or 6.")
 endif()
+
+set(TEXTMANAGER_IS_FIRST_QT ON)
+if(TEXTMANAGER_QT_VERSION EQUAL 6)
+  find_package(Qt5 QUIET) # without components it only tells where it is
+  if(Qt5_DIR)
+    set(TEXTMANAGER_IS_FIRST_QT OFF)
+  endif()
+endif()
+
 set(TEXTMANAGER_QT Qt${TEXTMANAGER_QT_VERSION})
 set(TEXTMANAGER_PACKAGE TextManagerLibrary${TEXTMANAGER_SUFFIX})
 

@@ -21,6 +21,15 @@ class LookUpDocuments;
 class TextManagerMemory;
 struct LookUpAnswer;
 
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+using TextManagerMutex = QMutex;
+#else
+/** The type of a text manager's mutex, with Qt 5 a QMutex. In Qt 6 that is never recursive; this
+ * one always is, also that of a text manager built in memory. Both are locked alike: `QMutexLocker
+ * locker(&m_Mutex)`. */
+using TextManagerMutex = QRecursiveMutex;
+#endif
+
 /**
  * Loads the language files of one folder and answers look-ups of texts, short texts and comments by
  * text URL; dynamic texts, which are in no file, it reads through a reader of the application.
@@ -251,7 +260,7 @@ protected:
     QString m_StrLanguageName;                     ///< key of the current language
     QMap<QString, QJsonObject> m_LanguageMap;      ///< language key to document: full texts
     QMap<QString, QJsonObject> m_ShortLanguageMap; ///< language key to document: short texts
-    mutable QMutex m_Mutex;                        ///< guards both maps
+    mutable TextManagerMutex m_Mutex;              ///< guards both maps
     QString m_StrShortLanguageFolder;              ///< sub-folder of short texts; empty: none
     DynamicTextHandler m_DynamicTextHandler;       ///< reads dynamic texts; not under the mutex
 

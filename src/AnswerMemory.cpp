@@ -61,10 +61,11 @@ const AnswerMemory::Language* AnswerMemory::findLanguageAnew(const QString& key)
     return &language;
 }
 
-uint qHash(const AnswerMemory::Question& question, uint seed)
+AnswerMemory::HashValue qHash(const AnswerMemory::Question& question, AnswerMemory::HashValue seed)
 {
     static const TextHash hash;
-    return static_cast<uint>(hash(question.languageKey, question.textUrl)) ^ seed;
+    return static_cast<AnswerMemory::HashValue>(hash(question.languageKey, question.textUrl)) ^
+           seed;
 }
 
 const LookUpAnswer* AnswerMemory::findMissing(const QString& languageKey,

@@ -73,8 +73,10 @@ private:
      */
     static bool isSame(const QJsonObject* document, const QJsonObject& source)
     {
-        return document == nullptr ? source.isEmpty()
-                                   : std::memcmp(document, &source, sizeof source) == 0;
+        if (document == nullptr)
+            return source.isEmpty();
+        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): the pointers are what is compared
+        return std::memcmp(document, &source, sizeof source) == 0;
     }
     /** Where a language was found last, so that it is found without a search. */
     struct RecentLanguage {
@@ -90,7 +92,8 @@ private:
             return textUrl == other.textUrl && languageKey == other.languageKey;
         }
     };
-    friend uint qHash(const Question& question, uint seed);
+    using HashValue = decltype(qHash(QString()));
+    friend HashValue qHash(const Question& question, HashValue seed);
 
     const Language* findLanguage(const QString& key)
     {

@@ -58,7 +58,7 @@ private:
         void* url() { return this + 1; }
 
         LookUpAnswer answer;
-        int urlSize;
+        QString::size_type urlSize;
     };
     struct Slot {
         quint64 hash = 0;

@@ -230,7 +230,7 @@ QString JsonDataIteratorTextIdTranslator::getDynamicSelectorText(const QString& 
         return QString();
     }
     const QVariant value = reply.getValue();
-    if (!value.canConvert(QMetaType::QString)) {
+    if (!value.canConvert<QString>()) {
         qWarning() << "Received an invalid dynamic text value" << value << "!";
         return QString();
     }

@@ -18,17 +18,17 @@ bool isToBeBuiltAnew(const QJsonObject& object, const QJsonValue& value)
 {
     if (!value.isString()) // nothing is kept of what is no string
         return false;
-    constexpr int longText = 1024;
-    const int weight = 1 + value.toString().size() / longText;
+    constexpr QString::size_type longText = 1024;
+    const auto weight = 1 + value.toString().size() / longText;
     thread_local std::minstd_rand random;
-    return std::uniform_int_distribution<>(0, object.size() - 1)(random) < weight;
+    return std::uniform_int_distribution<QString::size_type>(0, object.size() - 1)(random) < weight;
 }
 
 } // namespace
 
 void setMember(QJsonObject& object, QStringView key, const QJsonValue& value)
 {
-    const int sizeBefore = object.size();
+    const auto sizeBefore = object.size();
     object.insert(key, value);
     const bool wasReplaced = object.size() == sizeBefore;
     if (wasReplaced && isToBeBuiltAnew(object, value))

@@ -14,7 +14,7 @@ struct LanguageFile {
     /** What tells bytes apart without keeping them. */
     struct Digest {
         std::array<unsigned char, 16> hash{};
-        int size = 0;
+        QByteArray::size_type size = 0;
         bool operator==(const Digest& other) const
         {
             return size == other.size && hash == other.hash;

@@ -17,9 +17,9 @@ namespace
 thread_local unsigned warningCount = 0;
 
 /** Where the key that starts at @p keyStart ends: at the next separator or with the URL. */
-int endOfKey(const QString& textUrl, int keyStart)
+QString::size_type endOfKey(const QString& textUrl, QString::size_type keyStart)
 {
-    const int separator = textUrl.indexOf(QLatin1Char('/'), keyStart);
+    const auto separator = textUrl.indexOf(QLatin1Char('/'), keyStart);
     return separator < 0 ? textUrl.size() : separator;
 }
 
@@ -102,9 +102,9 @@ bool LanguageInformation::readJsonValue(const QString& textUrl, const QJsonObjec
     // Keys are cut out of the URL one by one instead of splitting it: look-ups are frequent, and
     // this way none of them allocates.
     QJsonObject level = jsonObject;
-    int keyStart = 0;
+    QString::size_type keyStart = 0;
     for (;;) {
-        const int keyEnd = endOfKey(textUrl, keyStart);
+        const auto keyEnd = endOfKey(textUrl, keyStart);
         const QJsonValue value = level.value(QStringView(textUrl).mid(keyStart, keyEnd - keyStart));
         if (value.isUndefined())
             return false;
@@ -184,7 +184,7 @@ void LanguageInformation::collectUrls(const QJsonValue& jsonValue, const QString
     struct Level {
         QJsonObject object;
         int nextMember;
-        int pathLength;
+        QString::size_type pathLength;
     };
     QString path = prefix;
     std::vector<Level> levels{{jsonValue.toObject(), 0, path.size()}};

@@ -56,7 +56,7 @@ QString TextManager::retrieveLanguageName()
     }
 
     const QVariant value = reply.getValue();
-    if (!value.canConvert(QMetaType::QString)) {
+    if (!value.canConvert<QString>()) {
         qWarning() << "Error on converting language name to string:" << value << "!";
         return QString();
     }

@@ -31,6 +31,15 @@ bool isLanguageFile(const std::optional<QJsonObject>& document, const QString& f
     return hasContent;
 }
 
+TextManagerMutex recursiveMutex()
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    return TextManagerMutex(QMutex::Recursive);
+#else
+    return TextManagerMutex();
+#endif
+}
+
 } // namespace
 
 TextManagerBase::TextManagerBase(const QString& languagePath, const QString& languageName,
@@ -38,7 +47,7 @@ TextManagerBase::TextManagerBase(const QString& languagePath, const QString& lan
     : m_Memory(std::make_unique<TextManagerMemory>())
     , m_StrLanguagePath(languagePath)
     , m_StrLanguageName(languageName)
-    , m_Mutex(QMutex::Recursive)
+    , m_Mutex(recursiveMutex())
     , m_StrShortLanguageFolder(shortLanguageFolder)
     , m_DynamicTextHandler(nullptr)
 {

@@ -6,7 +6,7 @@
 set -euo pipefail
 source=$(realpath "$1")
 tools=$(realpath "$2")/tools
-export PATH="$tools/textmanager:$tools/device-simulator:$PATH" LC_ALL=C.UTF-8
+export PATH="$(realpath "$2")/tests/programs:$tools/textmanager:$tools/device-simulator:$PATH" LC_ALL=C.UTF-8
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cp -r "$source/examples/languages" "$source/examples/data" "$work"

@@ -111,7 +111,7 @@ void startWatch(QProcess& watch, const QString& path, const QString& bus)
 /** The next answer of textmanager watch: the current language and the text. */
 QString nextAnswer(QProcess& watch)
 {
-    while (!watch.canReadLine() && watch.waitForReadyRead(10'000)) {
+    while (!watch.canReadLine() && watch.waitForReadyRead(10'000 * TIME_FACTOR)) {
     }
     const QJsonObject answer = parseObject(watch.readLine());
     return answer["currentLanguage"].toString() + ": " + answer["text"].toString();
@@ -120,8 +120,8 @@ QString nextAnswer(QProcess& watch)
 bool endsAtOnce(QProcess& watch)
 {
     watch.terminate();
-    return watch.waitForFinished(10'000) && watch.exitStatus() == QProcess::NormalExit &&
-           watch.exitCode() == 0;
+    return watch.waitForFinished(10'000 * TIME_FACTOR) &&
+           watch.exitStatus() == QProcess::NormalExit && watch.exitCode() == 0;
 }
 
 } // namespace
@@ -428,7 +428,7 @@ void DeviceLanguageTest::isNotHeldUpByABusThatStops()
     timer.start();
     const TextManager manager(m_Files.path(), QString());
     m_Bus.send(SIGCONT);
-    QVERIFY2(timer.elapsed() < 6000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() < 6000 * TIME_FACTOR, qPrintable(QString::number(timer.elapsed())));
     QTRY_COMPARE(manager.getLanguageName(), "de_DE");
 }
 

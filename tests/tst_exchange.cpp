@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextCodec>
 
 #include <algorithm>
 
@@ -139,6 +140,8 @@ private Q_SLOTS:
     void bringsBackWhatItWrote();
     void goesThroughOtherTools_data();
     void goesThroughOtherTools();
+    void readsWhatOthersWrite_data();
+    void readsWhatOthersWrite();
     void refuses_data();
     void refuses();
 };
@@ -187,29 +190,83 @@ void ExchangeTest::goesThroughOtherTools()
         compareTexts(to, result.readAll(), file);
 }
 
+/** What a unit is that tools are known to write otherwise: its text, and its base text if known. */
+void ExchangeTest::readsWhatOthersWrite_data()
+{
+    addTable(R"(
+        format | bytes                                                             | units
+        xliff  | UNIT id="A%2Fb"><source>s</source><target>t</target>              | A/b=t(s) translated
+        xliff  | UNIT id="A"><source>s</source>                                    | A=(s) missing
+        xliff  | UNIT id="A"><source>s</source><target state="needs-review-l10n">t</target> | A=t(s) stale
+        xliff  | UNIT id="A"><source>a<g id="1">b</g></source><target><![CDATA[<]]></target> | A=<(ab) translated
+        xliff  | UNIT id="A"><source>a<x id="1"/></source><target>t</target>       | 1:1 A: holds <x>
+        xliff  | UNIT id="1" resname="A"><source>s</source><target/>               | A=(s) missing
+        po     | msgctxt "A"\nmsgid ""\n"s"\n"2"\nmsgstr "\x41\101"              | A=AA(s2) translated
+        po     | #, c-format, fuzzy\n#\v msgid "o"\nmsgctxt "A"\nmsgid "s"\nmsgstr "t" | A=t(s) stale
+        po     | #~ msgid "o"\n\nmsgctxt "A"\r\nmsgid "s"\r\nmsgstr "t"\r\n       | A=t(s) translated
+        po     | msgid "s"\nmsgstr "t"                                             | 1:1 an entry without msgctxt
+        po     | msgctxt "A"\nmsgid "s"\nmsgid_plural "p"\nmsgstr[0] "t"           | 1:1 an entry with plural forms
+        tsv    | URL#en#de\nA#s#t                                                  | A=t(s) unknown
+        tsv    | de#URL#en\r\nt#A#"s\r\n2"\r\n\r\n                                 | A=s\n2(t) unknown
+        tsv    | URL#en#de\nA#s                                                    | A=(s) unknown
+        tsv    | URL#en#de\nA#'=s#''t                                              | A=''t(=s) unknown
+        tsv    | UTF16 URL#en#de\nA#s#t                                            | A=t(s) unknown
+    )");
+}
+
+void ExchangeTest::readsWhatOthersWrite()
+{
+    QString text = cell("bytes").replace('#', cell("format") == "po" ? '#' : '\t');
+    text.replace("\\v", "|").replace("UNIT", "<xliff><file><body><trans-unit");
+    if (cell("format") == "xliff")
+        text += "</trans-unit></body></file></xliff>";
+    const bool isUtf16 = text.startsWith("UTF16 ");
+    const QByteArray bytes =
+        isUtf16 ? QTextCodec::codecForName("UTF-16")->fromUnicode(text.mid(6)) : text.toUtf8();
+    ExchangeFile file;
+    const auto fault = ExchangeFormat::byName(cell("format"))->read(bytes, file);
+    QVERIFY2(!fault, fault ? qPrintable(fault->reason) : "");
+    const QStringList states = {"unknown", "missing", "translated", "stale"};
+    QStringList units;
+    for (const ExchangeUnit& unit : qAsConst(file.units))
+        units.append(
+            QString("%1=%2(%3) %4")
+                .arg(unit.url, unit.text, unit.baseText, states.at(static_cast<int>(unit.state))));
+    for (const ExchangeFault& unusable : qAsConst(file.unusable))
+        units.append(QString("1:1 %1").arg(unusable.reason));
+    QCOMPARE(units.size(), 1);
+    QVERIFY2(units.first().startsWith(cell("units")), qPrintable(units.first()));
+}
+
 void ExchangeTest::refuses_data()
 {
     addTable(R"(
-        format | bytes                                                         | place | reason
-        xliff  | <a/>                                                          | 1:5   | found <a>, expected <xliff>
-        xliff  | <xliff><file>\n<body>                                         | 2:7   | Premature end of document
-        xliff  | <xliff>&e;</xliff>                                            | 1:11  | Entity 'e' not declared
-        xliff  | <!DOCTYPE x [<!ENTITY e SYSTEM "file:///etc/passwd">]><xliff>&e;</xliff> | 1:55 | a document type is not taken
-        xliff  | <!DOCTYPE x [BOMB&]><xliff>&e99;</xliff>                     | 1:5972 | a document type is not taken
-        xliff  | <!DOCTYPE x [BOMB% %e99;]><xliff/>                            | 1:48 | Unexpected '%'
-        xliff  | <xliff><file target-language="de"/><file target-language="fr"/></xliff> | 1:64 | texts of de and of fr in one file
-        po     | msgid "a"\nmsgstr "b                                          | 2:10  | the quotation mark at the end is missing
-        po     | msgid "a"\nmsgstr "b" c                                       | 2:11  | there is something behind the text
-        po     | msgid "a"\nmsgstr "\y"                                        | 2:9   | the backslash begins nothing
-        po     | "a"                                                           | 1:1   | a text that belongs to nothing
-        po     | mgsid "a"                                                     | 1:1   | found 'mgsid', expected msgctxt
-        po     | msgctxt "a"\n\nmsgid "b"\n                                    | 1:1   | needs both msgid and msgstr
-        po     | \xff                                                          | 0:0   | is not encoded in UTF-8
-        tsv    |                                                               | 1:1   | is empty
-        tsv    | URL#en#de#fr                                                  | 1:1   | the first row has to name the columns
-        tsv    | URL# en#de \nA#"b                                             | 2:1   | the quotation marks of this row
-        tsv    | URL#en#de\nA#"b                                               | 2:1   | the quotation marks of this row
-        tsv    | URL#en#de\nA#"b"c#d                                           | 2:1   | the quotation marks of this row
+        format | bytes                                          | place  | reason
+        xliff  |                                                | 1:1    | Premature end of document
+        xliff  | <a/>                                           | 1:5    | found <a>, expected <xliff>
+        xliff  | <xliff><file>\n<body>                          | 2:7    | Premature end of document
+        xliff  | <xliff><file><trans-unit id="a"><source>a      | 1:42   | Premature end of document
+        xliff  | <xliff>&e;</xliff>                             | 1:11   | Entity 'e' not declared
+        xliff  | <!DOCTYPE x [EXTERNAL]><xliff>&e;</xliff>      | 1:55   | a document type is not taken
+        xliff  | <!DOCTYPE x [BOMB&]><xliff>&e99;</xliff>       | 1:5972 | a document type is not taken
+        xliff  | <!DOCTYPE x [BOMB% %e99;]><xliff/>             | 1:48   | Unexpected '%'
+        xliff  | <xliff><file LANG="de"/><file LANG="fr"/>      | 1:64   | texts of de and of fr in one file
+        po     | msgid "a"\nmsgstr "b                           | 2:10   | the quotation mark at the end is missing
+        po     | msgid "a"\nmsgstr "b\                           | 2:10   | the backslash begins nothing
+        po     | msgid "a"\nmsgstr "b" c                         | 2:11   | there is something behind the text
+        po     | msgid "a"\nmsgstr "\y"                          | 2:9    | the backslash begins nothing
+        po     | msgid "a"\nmsgstr b                             | 2:1    | found 'msgstr b', expected msgctxt
+        po     | "a"                                            | 1:1    | a text that belongs to nothing
+        po     | mgsid "a"                                      | 1:1    | found 'mgsid', expected msgctxt
+        po     | msgctxt "a"\n\nmsgid "b"\n                     | 1:1    | needs both msgid and msgstr
+        po     | \xff                                           | 0:0    | is not encoded in UTF-8
+        tsv    |                                                | 1:1    | is empty
+        tsv    | \xff                                           | 0:0    | is not encoded in UTF-8
+        tsv    | URL#en                                         | 1:1    | found URL, en.
+        tsv    | URL#en#de#fr                                   | 1:1    | the first row has to name the columns
+        tsv    | URL# en#de \nA#"b                              | 2:1    | the quotation marks of this row
+        tsv    | URL#en#de\nA#"b                                | 2:1    | the quotation marks of this row
+        tsv    | URL#en#de\nA#"b"c#d                            | 2:1    | the quotation marks of this row
     )");
 }
 
@@ -224,6 +281,8 @@ void ExchangeTest::refuses()
     };
     QByteArray bytes = cell("bytes").toUtf8().replace('#', '\t');
     bytes.replace("BOMB&", bomb("&", "")).replace("BOMB%", bomb("%", "% "));
+    bytes.replace("EXTERNAL", R"(<!ENTITY e SYSTEM "file:///etc/passwd">)");
+    bytes.replace("LANG", "target-language");
     ExchangeFile file;
     const auto fault =
         ExchangeFormat::byName(cell("format"))->read(bytes.replace("\\xff", "\xff"), file);

@@ -112,15 +112,15 @@ private Q_SLOTS:
     {
         WarningCapture warnings;
         const auto item = create(R"(Item {
-            Text { objectName: "text"; text: "<" +
-                Texts.text("Svae") + Texts.text("Svae") + Texts.text("") + Texts.text(undefined) + ">" }
+            Text { objectName: "text"
+                text: "<" + Texts.text("Svae") + Texts.text("Svae") + Texts.text("") + Texts.text(undefined) + ">" }
             DeviceText { objectName: "device"
                 url: "Drity" }
             DeviceText { url: "Drity"; args: { "n": 1 } } })");
         QCOMPARE(item->findChild<QObject*>("text")->property("text"), "<[Svae][Svae]>");
         QCOMPARE(item->findChild<QObject*>("device")->property("text"), "[Drity]");
         const QString reports = warnings.take().join('|').remove("not a located warning: ");
-        QCOMPARE(reports, "file:///test.qml:3: No text found for url \"Svae\"|"
+        QCOMPARE(reports, "file:///test.qml:4: No text found for url \"Svae\"|"
                           "file:///test.qml:7:13: QML DeviceText: No text found for url \"Drity\"");
         m_Device->reloadLanguage();
         QCOMPARE(warnings.take(), QStringList());

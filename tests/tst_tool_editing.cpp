@@ -210,6 +210,7 @@ void ToolEditingTest::losesNothingOfTwoEditors()
 
 void ToolEditingTest::noticesWhatOthersWriteMeanwhile()
 {
+    SKIP_IN_EMULATOR;
     const LanguageFiles files;
     files.write("de", fileWith("{}"));
     for (const QString words : {"set DIR de M --text t", "new DIR it"}) {
@@ -250,6 +251,7 @@ void ToolEditingTest::renamesEverywhere()
 
 void ToolEditingTest::savesWholeOrNotAtAll()
 {
+    SKIP_IN_EMULATOR;
     const LanguageFiles files;
     int oldFiles = 0;
     int newFiles = 0;

@@ -12,7 +12,8 @@ namespace Icu
 /** Shares the characters of @p text, which has to live longer. */
 inline icu::UnicodeString view(const QString& text)
 {
-    return icu::UnicodeString(false, reinterpret_cast<const char16_t*>(text.utf16()), text.size());
+    return icu::UnicodeString(false, reinterpret_cast<const char16_t*>(text.utf16()),
+                              static_cast<int32_t>(text.size()));
 }
 
 /** Not QString::fromUtf16(), which takes a first U+FEFF for a mark of the byte order. */

@@ -39,8 +39,8 @@ private:
 
     // In characters, which a compiled message costs some twenty bytes each. A short one costs more
     // for what all have: 10 kB, with dates up to 80.
-    static constexpr int leastCost = 500;
-    static constexpr int mostCost = 128 * leastCost;
+    static constexpr QString::size_type leastCost = 500;
+    static constexpr QString::size_type mostCost = 128 * leastCost;
 
     QMutex m_Mutex;
     QCache<Key, CompiledMessage> m_Messages{mostCost};

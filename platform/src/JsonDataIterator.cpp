@@ -29,7 +29,7 @@ public:
      * container, a change to it copies it. Undefined when there is no such member any more. */
     QJsonValue takeNext()
     {
-        const int size = m_IsObject ? m_Object.size() : m_Array.size();
+        const auto size = m_IsObject ? m_Object.size() : m_Array.size();
         while (++m_Index < size) {
             QJsonValue member = memberAt(m_Index);
             if (member.isObject() || member.isArray()) {

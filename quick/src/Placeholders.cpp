@@ -30,7 +30,7 @@ QString Placeholders::findOtherName(const QVariantMap& arguments)
     static const QRegularExpression number(QStringLiteral("^[1-9][0-9]?$"));
     for (auto argument = arguments.cbegin(); argument != arguments.cend(); ++argument) {
         if (!number.match(argument.key()).hasMatch())
-            return argument.key().isNull() ? QStringLiteral("") : argument.key();
+            return argument.key().isNull() ? QString(QLatin1String("")) : argument.key();
     }
     return QString();
 }
@@ -40,15 +40,15 @@ QString Placeholders::replace(const QString& text, const QVariantMap& arguments,
 {
     static const QRegularExpression placeholder(QStringLiteral("%([1-9][0-9]?)"));
     QString result;
-    int end = 0;
+    QString::size_type end = 0;
     auto places = placeholder.globalMatch(text);
     while (places.hasNext()) {
         const QRegularExpressionMatch place = places.next();
         const auto argument = arguments.constFind(place.captured(1));
         if (argument == arguments.constEnd())
             continue;
-        result += text.midRef(end, place.capturedStart() - end) + shown(*argument, locale);
+        result += text.mid(end, place.capturedStart() - end) + shown(*argument, locale);
         end = place.capturedEnd();
     }
-    return result + text.midRef(end);
+    return result + text.mid(end);
 }

@@ -37,7 +37,7 @@ Texts* Texts::of(const QQmlEngine& engine)
 QString Texts::nameOf(const QString& language)
 {
     const QString name = QLocale(language).nativeLanguageName();
-    return name.isEmpty() ? language : name.left(1).toUpper() + name.mid(1);
+    return name.isEmpty() ? language : name.at(0).toUpper() + name.mid(1);
 }
 
 QString Texts::language() const

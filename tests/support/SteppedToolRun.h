@@ -4,6 +4,13 @@
 
 #include <functional>
 
+/** An emulator's system calls are not those of the program in it. */
+#ifdef RUNS_IN_EMULATOR
+#define SKIP_IN_EMULATOR QSKIP("system calls cannot be followed in an emulator")
+#else
+#define SKIP_IN_EMULATOR
+#endif
+
 /**
  * Runs the program textmanager and stops it before each of its system calls.
  *

@@ -5,7 +5,7 @@
 ToolRun::ToolRun(const QStringList& arguments, const QByteArray& input,
                  const QString& workingDirectory, const QString& program)
 {
-    constexpr int limitInMilliseconds = 60'000;
+    constexpr int limitInMilliseconds = 60'000 * TIME_FACTOR;
     QProcess process;
     process.setWorkingDirectory(workingDirectory);
     process.start(program, arguments);

@@ -35,7 +35,8 @@ void WarningCapture::handle(QtMsgType type, const QMessageLogContext& context, c
     const bool isWarning = type == QtWarningMsg && std::strcmp(context.category, "default") == 0;
     const bool isLocated =
         context.file != nullptr && context.line > 0 && context.function != nullptr;
+    const QString asInQt5 = QString(text).replace(QLatin1String("QList("), QLatin1String("("));
     const QMutexLocker locker(&mutex);
-    texts.append(isWarning && isLocated ? text
-                                        : QStringLiteral("not a located warning: %1").arg(text));
+    texts.append(isWarning && isLocated ? asInQt5
+                                        : QStringLiteral("not a located warning: %1").arg(asInQt5));
 }

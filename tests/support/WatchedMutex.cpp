@@ -1,7 +1,5 @@
 #include "WatchedMutex.h"
 
-#include <QMutex>
-
 #include <atomic>
 
 #include <dlfcn.h>
@@ -9,15 +7,23 @@
 #include <sanitizer/tsan_interface.h>
 #endif
 
-// The operations of QMutex, in the place of Qt's own: they count, and hand on. Qt's code is not
-// instrumented, so the thread sanitizer cannot see how a recursive QMutex orders threads and would
-// report what the mutex guards. These tell it.
+// The operations of a text manager's mutex, in the place of Qt's own: they count, and hand on. Qt's
+// code is not instrumented, so the thread sanitizer cannot see how a recursive mutex orders threads
+// and would report what the mutex guards. These tell it.
 
 namespace
 {
 
-std::atomic<const QMutex*> watchedMutex{nullptr};
+std::atomic<const TextManagerMutex*> watchedMutex{nullptr};
 std::atomic<int> lockCount{0};
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+constexpr const char* tryLockName = "_ZN6QMutex7tryLockEi";
+constexpr const char* unlockName = "_ZN6QMutex6unlockEv";
+#else
+constexpr const char* tryLockName = "_ZN15QRecursiveMutex7tryLockEi";
+constexpr const char* unlockName = "_ZN15QRecursiveMutex6unlockEv";
+#endif
 
 template<typename Function>
 Function* original(const char* name)
@@ -27,7 +33,7 @@ Function* original(const char* name)
 
 } // namespace
 
-int countLocks(const QMutex& mutex, const std::function<void()>& work)
+int countLocks(const TextManagerMutex& mutex, const std::function<void()>& work)
 {
     lockCount = 0;
     watchedMutex = &mutex;
@@ -36,14 +42,16 @@ int countLocks(const QMutex& mutex, const std::function<void()>& work)
     return lockCount;
 }
 
-void QMutex::lock()
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+void TextManagerMutex::lock()
 {
     tryLock(-1);
 }
+#endif
 
-bool QMutex::tryLock(int timeout)
+bool TextManagerMutex::tryLock(int timeout) QT_MUTEX_LOCK_NOEXCEPT
 {
-    static auto* const tryLockInQt = original<bool(QMutex*, int)>("_ZN6QMutex7tryLockEi");
+    static auto* const tryLockInQt = original<bool(TextManagerMutex*, int)>(tryLockName);
     const bool isLocked = tryLockInQt(this, timeout);
     if (isLocked && watchedMutex == this)
         ++lockCount;
@@ -54,9 +62,9 @@ bool QMutex::tryLock(int timeout)
     return isLocked;
 }
 
-void QMutex::unlock() noexcept
+void TextManagerMutex::unlock() noexcept
 {
-    static auto* const unlockInQt = original<void(QMutex*)>("_ZN6QMutex6unlockEv");
+    static auto* const unlockInQt = original<void(TextManagerMutex*)>(unlockName);
 #ifdef __SANITIZE_THREAD__
     __tsan_release(this);
 #endif

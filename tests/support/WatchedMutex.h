@@ -1,8 +1,8 @@
 #pragma once
 
+#include "TextManagerBase.h"
+
 #include <functional>
 
-class QMutex;
-
 /** How often @p work locks a mutex, in whatever thread. No two watch at once. */
-int countLocks(const QMutex& mutex, const std::function<void()>& work);
+int countLocks(const TextManagerMutex& mutex, const std::function<void()>& work);

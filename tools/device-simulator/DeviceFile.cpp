@@ -35,7 +35,7 @@ QString expected(const QString& what, const QString& where, const QJsonValue& fo
 }
 
 /** @param depth how many levels of objects stand above the values. */
-QString findFaultInLevels(const QJsonValue& value, int depth, const QString& where)
+QString findFaultInLevels(const QJsonValue& value, QString::size_type depth, const QString& where)
 {
     if (depth == 0)
         return value.isNull() ? QString() : findObstacleOnBus(value, where);

@@ -7,6 +7,7 @@
 #include "ManPage.h"
 #include "SimulatorAdaptor.h"
 #include "TerminationSignals.h"
+#include "Utf8.h"
 
 #include "DeviceManagerDefinitions.h"
 #include "SystemInformationManagerDefinitions.h"
@@ -14,7 +15,6 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDBusError>
-#include <QTextCodec>
 
 #include <optional>
 
@@ -122,8 +122,7 @@ ExitStatus run(const QStringList& words)
 
 int main(int argc, char* argv[])
 {
-    // File names and texts are UTF-8 also where the device sets no locale.
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    useUtf8Everywhere();
     const QCoreApplication application(argc, argv);
     return finishOutput(run(QCoreApplication::arguments()));
 }

@@ -22,7 +22,7 @@ QString wrapped(const QString& paragraph, int indentation)
             ++column;
         }
         text += word;
-        column += word.size();
+        column += static_cast<int>(word.size());
     }
     return text;
 }
@@ -41,7 +41,7 @@ QString table(const QVector<QPair<QString, QString>>& rows)
     constexpr int margin = 2;
     int width = 0;
     for (const auto& row : rows)
-        width = std::max(width, row.first.size());
+        width = std::max(width, static_cast<int>(row.first.size()));
     QString text;
     for (const auto& row : rows)
         text += QStringLiteral("  ") + row.first.leftJustified(width + margin) +

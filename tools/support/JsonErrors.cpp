@@ -24,10 +24,11 @@ QString shownCharacter(const QByteArray& bytes, int offset)
     constexpr int longestCharacter = 4; // in UTF-8
     const QString text = QString::fromUtf8(bytes.mid(offset, longestCharacter));
     const QVector<uint> characters = text.toUcs4();
-    const uint character = characters.value(0);
+    const char32_t character = characters.value(0);
     if (QChar::isPrint(character))
         return QStringLiteral("'%1'").arg(QString::fromUcs4(&character, 1));
-    const QString code = QStringLiteral("%1").arg(character, 4, 16, QLatin1Char('0')).toUpper();
+    const QString code =
+        QStringLiteral("%1").arg(static_cast<uint>(character), 4, 16, QLatin1Char('0')).toUpper();
     return QStringLiteral("the character U+") + code;
 }
 

@@ -17,7 +17,7 @@ QString JsonFault::in(const QString& name) const
 
 JsonKey::JsonKey(const QString& key)
     : bytes(key.toUtf8())
-    , hash(qHashBits(bytes.constData(), static_cast<std::size_t>(bytes.size())))
+    , hash(static_cast<uint>(qHashBits(bytes.constData(), static_cast<std::size_t>(bytes.size()))))
 {
 }
 

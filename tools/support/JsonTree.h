@@ -24,7 +24,7 @@ struct JsonFault {
 struct JsonKey {
     JsonKey(const QString& key);
     QByteArray bytes;
-    uint hash;
+    uint hash; ///< cut to 32 bits, as a node keeps it
 };
 
 /**

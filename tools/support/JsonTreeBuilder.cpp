@@ -37,7 +37,7 @@ void JsonTreeBuilder::build(JsonTree& tree)
 
 JsonTreeBuilder::JsonTreeBuilder(JsonTree& tree)
     : m_Tree(tree)
-    , m_Start(tree.m_Bytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0)
+    , m_Start(tree.m_Bytes.startsWith(byteOrderMark) ? static_cast<int>(byteOrderMark.size()) : 0)
     , m_Stream(tree.m_Bytes.constData() + m_Start,
                static_cast<std::size_t>(tree.m_Bytes.size() - m_Start))
     , m_LastEnd(m_Start)
@@ -89,7 +89,7 @@ bool JsonTreeBuilder::Key(const char* key, rapidjson::SizeType length, bool)
 {
     m_Next.keyBegin = beginOfToken();
     m_Next.keyEnd = offset();
-    m_Next.keyHash = qHashBits(key, length);
+    m_Next.keyHash = static_cast<uint>(qHashBits(key, length));
     m_LastEnd = m_Next.keyEnd;
     return true;
 }

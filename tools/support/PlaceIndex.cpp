@@ -36,7 +36,7 @@ Place PlaceIndex::placeOf(const QByteArray& text, int offset) const
 {
     if (m_Marks.empty())
         make(text);
-    const int end = std::clamp(offset, 0, text.size());
+    const int end = std::clamp(offset, 0, static_cast<int>(text.size()));
     const int stretch = end / stretchInBytes;
     Place place =
         advance(m_Marks[static_cast<std::size_t>(stretch)], text, stretch * stretchInBytes, end);
@@ -48,8 +48,9 @@ Place PlaceIndex::placeOf(const QByteArray& text, int offset) const
 void PlaceIndex::make(const QByteArray& text) const
 {
     Place place{1, text.startsWith("\xEF\xBB\xBF") ? 0 : 1};
-    for (int stretch = 0; stretch <= text.size(); stretch += stretchInBytes) {
+    const int size = static_cast<int>(text.size());
+    for (int stretch = 0; stretch <= size; stretch += stretchInBytes) {
         m_Marks.push_back(place);
-        place = advance(place, text, stretch, std::min(stretch + stretchInBytes, text.size()));
+        place = advance(place, text, stretch, std::min(stretch + stretchInBytes, size));
     }
 }

@@ -18,7 +18,8 @@ struct FileContent {
  */
 FileContent readRegularFile(const QString& path);
 
-/** Whether nothing is at @p path. What cannot be looked at, since the disk fails, is not nothing. */
+/** Whether nothing is at @p path. What cannot be looked at, since the disk fails, is not nothing.
+ */
 bool isNothingAt(const QString& path);
 
 /** The names in a folder. */

@@ -26,7 +26,7 @@ TerminationSignals::TerminationSignals()
     : m_Descriptor(redirectSignals(m_PreviousMask))
     , m_Notifier(m_Descriptor, QSocketNotifier::Read)
 {
-    QObject::connect(&m_Notifier, &QSocketNotifier::activated, [this] {
+    QObject::connect(&m_Notifier, &QSocketNotifier::activated, &m_Notifier, [this] {
         signalfd_siginfo signal; // taken, so that it does not end the program later on
         if (read(m_Descriptor, &signal, sizeof(signal)) > 0)
             QCoreApplication::quit();

@@ -5,9 +5,9 @@
 #include "HelpText.h"
 #include "ManPage.h"
 #include "NearestNames.h"
+#include "Utf8.h"
 
 #include <QCoreApplication>
-#include <QTextCodec>
 
 #include <algorithm>
 
@@ -89,8 +89,7 @@ QString findForeignArgument(int argc, char* argv[])
 
 int main(int argc, char* argv[])
 {
-    // Arguments, file names and output are UTF-8 also where the device sets no locale.
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    useUtf8Everywhere();
     const QCoreApplication application(argc, argv);
     installMessageHandler();
     const QString foreignArgument = findForeignArgument(argc, argv);

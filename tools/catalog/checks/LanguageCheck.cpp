@@ -99,7 +99,8 @@ void LanguageCheck::checkText(const DocumentTexts::Entry& entry, const QString& 
         m_File.isShort ? checkShortText(toCheck, limitsOf(entry.url)) : ::checkText(toCheck);
     for (const TextFinding& finding : findings)
         add(finding.id, entry.url,
-            placeInString(m_File.document.tree(), entry.text, finding.offset), finding.reason);
+            placeInString(m_File.document.tree(), entry.text, static_cast<int>(finding.offset)),
+            finding.reason);
 }
 
 void LanguageCheck::checkStaleness(const DocumentTexts::Entry& entry,

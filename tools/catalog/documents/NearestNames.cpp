@@ -51,7 +51,8 @@ public:
     explicit Wanted(const QString& name)
         : m_Name(name.toCaseFolded())
         , m_LastKey(lastKey(m_Name))
-        , m_Farthest(std::max(std::min(2, name.size() - 1), std::min(name.size() / 4, mostSlips)))
+        , m_Farthest(std::max(std::min(2, static_cast<int>(name.size()) - 1),
+                              std::min(static_cast<int>(name.size()) / 4, mostSlips)))
     {
     }
 
@@ -70,7 +71,7 @@ private:
     /** The distance, or more than the farthest without counting it out: it is quadratic. */
     int boundedDistance(const QString& from, const QString& to) const
     {
-        const int atLeast = std::abs(from.size() - to.size());
+        const int atLeast = static_cast<int>(std::abs(from.size() - to.size()));
         return atLeast > m_Farthest ? atLeast : editDistance(from, to, m_Farthest);
     }
 

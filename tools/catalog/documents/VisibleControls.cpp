@@ -36,7 +36,7 @@ QChar shownBy(QChar picture)
                                                    : picture;
 }
 
-bool isHalf(const QString& text, int index)
+bool isHalf(const QString& text, QString::size_type index)
 {
     const QChar character = text.at(index);
     if (character.isHighSurrogate())
@@ -44,7 +44,7 @@ bool isHalf(const QString& text, int index)
     return character.isLowSurrogate() && (index == 0 || !text.at(index - 1).isHighSurrogate());
 }
 
-bool isKept(const QString& text, int index)
+bool isKept(const QString& text, QString::size_type index)
 {
     const QChar character = text.at(index);
     const ushort code = character.unicode();
@@ -55,7 +55,7 @@ bool isKept(const QString& text, int index)
     return !isPicture(character) && code != 0xFFFE && code != 0xFFFF && !isHalf(text, index);
 }
 
-QString shownAt(const QString& text, int index)
+QString shownAt(const QString& text, QString::size_type index)
 {
     const QChar character = text.at(index);
     if (hasPicture(character))
@@ -65,14 +65,14 @@ QString shownAt(const QString& text, int index)
 
 /** Reads the code in braces that starts at @p index, and goes behind it; a null character, and no
  * step, when there is none. */
-QChar readCode(const QString& shown, int& index)
+QChar readCode(const QString& shown, QString::size_type& index)
 {
     constexpr int mostDigits = 4;
-    const int end = shown.indexOf(QLatin1Char('}'), index);
+    const auto end = shown.indexOf(QLatin1Char('}'), index);
     if (shown.at(index) != QLatin1Char('{') || end < 0 || end - index - 1 > mostDigits)
         return QChar();
     bool isCode = false;
-    const ushort code = shown.midRef(index + 1, end - index - 1).toUShort(&isCode, 16);
+    const ushort code = shown.mid(index + 1, end - index - 1).toUShort(&isCode, 16);
     index = isCode ? end + 1 : index;
     return QChar(isCode ? code : ushort(0));
 }
@@ -87,7 +87,7 @@ QString codeOf(QChar character)
 
 QString showControls(const QString& text)
 {
-    int index = 0;
+    QString::size_type index = 0;
     while (index < text.size() && isKept(text, index))
         ++index;
     if (index == text.size())
@@ -118,13 +118,13 @@ QString hideControls(const QString& shown)
     if (std::none_of(shown.begin(), shown.end(), isPicture))
         return shown;
     QString text;
-    for (int index = 0; index < shown.size();) {
+    for (QString::size_type index = 0; index < shown.size();) {
         const QChar character = shown.at(index++);
         if (character != pictureOfEscape || index == shown.size()) {
             text += isPicture(character) ? shownBy(character) : character;
             continue;
         }
-        const int before = index;
+        const QString::size_type before = index;
         const QChar code = readCode(shown, index);
         if (index > before)
             text += code;

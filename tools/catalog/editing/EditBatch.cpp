@@ -1,26 +1,15 @@
 #include "EditBatch.h"
 
 #include "JsonTree.h"
+#include "Utf8.h"
 
 #include "LanguageDefinitions.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTextCodec>
 
 namespace
 {
-
-/** Decodes UTF-8; nothing when it is none. */
-std::optional<QString> decode(const QByteArray& bytes)
-{
-    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    const QString text =
-        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0)
-        return std::nullopt;
-    return text;
-}
 
 std::optional<QString> unlessEmpty(const QString& text)
 {
@@ -49,12 +38,8 @@ std::optional<QString> unquote(const QString& cell)
 
 EditBatch::EditBatch(const QByteArray& bytes)
 {
-    // Spreadsheets mark their UTF-8 so.
-    const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
-    const QByteArray text =
-        bytes.startsWith(byteOrderMark) ? bytes.mid(byteOrderMark.size()) : bytes;
     int number = 0;
-    for (QByteArray line : text.split('\n')) {
+    for (QByteArray line : withoutByteOrderMark(bytes).split('\n')) {
         ++number;
         if (line.endsWith('\r'))
             line.chop(1);
@@ -65,7 +50,7 @@ EditBatch::EditBatch(const QByteArray& bytes)
 
 void EditBatch::readLine(const QByteArray& line, int number)
 {
-    const std::optional<QString> text = decode(line);
+    const std::optional<QString> text = decodeUtf8(line);
     if (!text)
         addFault(number, 1, QStringLiteral("is not encoded in UTF-8. Save the batch as UTF-8."));
     else if (line.trimmed().startsWith('{'))

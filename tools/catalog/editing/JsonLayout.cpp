@@ -34,7 +34,7 @@ JsonLayout::JsonLayout(const JsonTree& tree)
     : m_Tree(tree)
 {
     const QByteArray opening = styleOf(JsonTree::root).opening;
-    const int lineEnd = std::max(opening.lastIndexOf('\n'), opening.lastIndexOf('\r'));
+    const auto lineEnd = std::max(opening.lastIndexOf('\n'), opening.lastIndexOf('\r'));
     m_Indentation = lineEnd < 0 ? QByteArray() : opening.mid(lineEnd + 1);
     if (m_Indentation.isEmpty())
         m_Indentation = QByteArray(4, ' ');
@@ -151,7 +151,7 @@ QStringList JsonLayout::keysInOrder(const QJsonObject& object, int model) const
         keysOfModel.append(m_Tree.keyOf(member));
     if (std::is_sorted(keysOfModel.begin(), keysOfModel.end()))
         return keys;
-    QHash<TextKey, int> positions;
+    QHash<TextKey, QString::size_type> positions;
     for (const QString& key : qAsConst(keysOfModel))
         positions.insert(key, positions.size());
     const auto positionOf = [&](const QString& key) {

@@ -29,7 +29,7 @@ QByteArray JsonRewriter::rewrite(const QJsonObject& asRead, const QJsonObject& w
     m_Out.reserve(m_Tree.bytes().size());
     m_Out += bytes(0, top.valueBegin);
     writeObject(JsonTree::root, asRead, wanted);
-    m_Out += bytes(top.valueEnd, m_Tree.bytes().size());
+    m_Out += bytes(top.valueEnd, static_cast<int>(m_Tree.bytes().size()));
     return m_Out;
 }
 

@@ -120,7 +120,7 @@ void ReplacementFile::sweepUp(const QString& path)
     const QStringList names = folder.entryList({QLatin1Char('*') + endOfName()},
                                                QDir::Files | QDir::Hidden | QDir::NoSymLinks);
     for (const QString& name : names) {
-        const int size = start.size() + lettersOfChance + endOfName().size();
+        const auto size = start.size() + lettersOfChance + endOfName().size();
         if (!name.startsWith(start) || name.size() != size)
             continue;
         const QByteArray left = QFile::encodeName(folder.filePath(name));

@@ -125,7 +125,7 @@ QString insertObject(const QStringList& path, const QJsonObject& node, QJsonObje
         return obstacle;
     // Not by setJsonValue(): it makes what is missing on the way a copy of an object.
     QJsonValue value = node;
-    for (int length = path.size() - 1; length > 0; --length) {
+    for (auto length = path.size() - 1; length > 0; --length) {
         QJsonObject parent = valueAt(path.mid(0, length), document).toObject();
         parent.insert(path.at(length), value);
         value = parent;

@@ -1,13 +1,14 @@
 #include "ExchangeEncoding.h"
 
-#include <QTextCodec>
+#include "Utf8.h"
 
 std::optional<QString> decodeUtf(const QByteArray& bytes)
 {
-    const QTextCodec* codec = QTextCodec::codecForUtfText(bytes, QTextCodec::codecForName("UTF-8"));
-    QTextCodec::ConverterState state;
-    const QString text = codec->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0)
+    if (!bytes.startsWith("\xFF\xFE") && !bytes.startsWith("\xFE\xFF"))
+        return decodeUtf8(withoutByteOrderMark(bytes));
+    constexpr auto unit = static_cast<int>(sizeof(char16_t));
+    if (bytes.size() % unit != 0)
         return std::nullopt;
-    return text;
+    return QString::fromUtf16(reinterpret_cast<const char16_t*>(bytes.constData()),
+                              bytes.size() / unit);
 }

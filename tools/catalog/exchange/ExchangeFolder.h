@@ -8,8 +8,8 @@
 #include <optional>
 
 /**
- * A language folder as far as its texts travel. The folder is listed and the base is read once, a language when it is asked
- * for.
+ * A language folder as far as its texts travel. The folder is listed and the base is read once, a
+ * language when it is asked for.
  */
 class ExchangeFolder
 {

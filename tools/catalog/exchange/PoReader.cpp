@@ -14,7 +14,7 @@ QString shortMark()
 }
 
 /** Reads digits of an escape, and goes behind them. */
-ushort readCode(const QString& line, int& index, int base, int mostDigits)
+ushort readCode(const QString& line, QString::size_type& index, int base, int mostDigits)
 {
     ushort code = 0;
     for (int count = 0; count < mostDigits && index < line.size(); ++count, ++index) {
@@ -28,12 +28,12 @@ ushort readCode(const QString& line, int& index, int base, int mostDigits)
 }
 
 /** Reads what stands behind a backslash, and goes behind it; a null character for U+0000 only. */
-std::optional<QChar> readEscape(const QString& line, int& index)
+std::optional<QChar> readEscape(const QString& line, QString::size_type& index)
 {
     static const QString names = QStringLiteral("abfnrtv\\\"?'");
     static const QString characters = QStringLiteral("\a\b\f\n\r\t\v\\\"?'");
     const QChar name = line.at(index);
-    const int known = names.indexOf(name);
+    const auto known = names.indexOf(name);
     if (known >= 0) {
         ++index;
         return characters.at(known);
@@ -53,7 +53,7 @@ bool isMark(QChar character)
     return character == QLatin1Char('\\') || character == QLatin1Char('"');
 }
 
-int skipBlanks(const QString& line, int index)
+QString::size_type skipBlanks(const QString& line, QString::size_type index)
 {
     while (index < line.size() && line.at(index).isSpace())
         ++index;
@@ -83,9 +83,9 @@ std::optional<ExchangeFault> PoReader::read(const QByteArray& bytes)
     if (!decoded)
         return ExchangeFault{{}, QStringLiteral("is not encoded in UTF-8. Save it as UTF-8.")};
     const QString& text = *decoded;
-    for (int start = 0; start < text.size() && !m_Fault;) {
-        const int end = text.indexOf(QLatin1Char('\n'), start);
-        const int next = end < 0 ? text.size() : end;
+    for (QString::size_type start = 0; start < text.size() && !m_Fault;) {
+        const auto end = text.indexOf(QLatin1Char('\n'), start);
+        const auto next = end < 0 ? text.size() : end;
         ++m_Line;
         readLine(text.mid(start, next - start));
         start = next + 1;
@@ -97,7 +97,7 @@ std::optional<ExchangeFault> PoReader::read(const QByteArray& bytes)
 
 void PoReader::readLine(const QString& line)
 {
-    const int start = skipBlanks(line, 0);
+    const auto start = skipBlanks(line, 0);
     if (start == line.size())
         return;
     if (line.at(start) == QLatin1Char('#'))
@@ -119,7 +119,7 @@ void PoReader::readComment(const QString& line)
         for (const QString& flag : content.split(QLatin1Char(',')))
             m_Entry.isFuzzy = m_Entry.isFuzzy || flag.trimmed() == QLatin1String("fuzzy");
     } else if (line.startsWith(QLatin1String("#|"))) {
-        const int start = skipBlanks(line, 2);
+        const auto start = skipBlanks(line, 2);
         if (start < line.size() && line.at(start) == QLatin1Char('"'))
             readString(line, start);
         else
@@ -127,9 +127,9 @@ void PoReader::readComment(const QString& line)
     }
 }
 
-void PoReader::readKeyword(const QString& line, int start)
+void PoReader::readKeyword(const QString& line, QString::size_type start)
 {
-    const int quote = line.indexOf(QLatin1Char('"'), start);
+    const auto quote = line.indexOf(QLatin1Char('"'), start);
     const QString keyword = line.mid(start, quote < 0 ? -1 : quote - start).trimmed();
     m_pTarget =
         targetOf(line.startsWith(QLatin1String("#|")) ? QStringLiteral("#| ") + keyword : keyword);
@@ -173,15 +173,15 @@ QString* PoReader::beginText(std::optional<QString>& part)
     return &*part;
 }
 
-void PoReader::readString(const QString& line, int start)
+void PoReader::readString(const QString& line, QString::size_type start)
 {
     if (m_pTarget == nullptr) {
         fail(start, QStringLiteral("found a text that belongs to nothing"));
         return;
     }
-    int index = start + 1;
+    QString::size_type index = start + 1;
     while (index < line.size() && line.at(index) != QLatin1Char('"')) {
-        const int begin = index;
+        const auto begin = index;
         while (index < line.size() && !isMark(line.at(index)))
             ++index;
         m_pTarget->append(line.constData() + begin, index - begin);
@@ -248,7 +248,8 @@ void PoReader::readHeader(const QString& fields)
     }
 }
 
-void PoReader::fail(int index, const QString& reason)
+void PoReader::fail(QString::size_type index, const QString& reason)
 {
-    m_Fault = ExchangeFault{{m_Line, index + 1}, QStringLiteral("malformed PO: %1.").arg(reason)};
+    m_Fault = ExchangeFault{{m_Line, static_cast<int>(index) + 1},
+                            QStringLiteral("malformed PO: %1.").arg(reason)};
 }

@@ -45,13 +45,13 @@ private:
 
     void readLine(const QString& line);
     void readComment(const QString& line);
-    void readKeyword(const QString& line, int start);
+    void readKeyword(const QString& line, QString::size_type start);
     QString* targetOf(const QString& keyword);
     QString* beginText(std::optional<QString>& part);
-    void readString(const QString& line, int start);
+    void readString(const QString& line, QString::size_type start);
     void finishEntry();
     void readHeader(const QString& fields);
-    void fail(int index, const QString& reason);
+    void fail(QString::size_type index, const QString& reason);
 
     ExchangeFile& m_File;
     std::optional<ExchangeFault> m_Fault;

@@ -115,8 +115,8 @@ void PoWriter::addEntry(const ExchangeUnit& unit)
 void PoWriter::addComment(const QString& text)
 {
     const QString shown = showControls(text);
-    for (int start = 0, end = 0; end < shown.size(); start = end + 1) {
-        const int next = shown.indexOf(lineFeed, start);
+    for (QString::size_type start = 0, end = 0; end < shown.size(); start = end + 1) {
+        const auto next = shown.indexOf(lineFeed, start);
         end = next < 0 ? shown.size() : next;
         m_Text += QLatin1String("#. ");
         m_Text.append(shown.constData() + start, end - start);
@@ -145,15 +145,15 @@ void PoWriter::addField(QLatin1String keyword, const QString& text, QLatin1Strin
     m_Text += prefix;
     m_Text += keyword;
     m_Text += QLatin1Char(' ');
-    const int firstEnd = text.indexOf(lineFeed);
+    const auto firstEnd = text.indexOf(lineFeed);
     if (firstEnd < 0 || firstEnd == text.size() - 1) {
         addQuoted(text, 0, text.size());
         return;
     }
     addQuoted(QString(), 0, 0);
-    for (int start = 0; start < text.size();) {
-        const int end = text.indexOf(lineFeed, start);
-        const int next = end < 0 ? text.size() : end + 1;
+    for (QString::size_type start = 0; start < text.size();) {
+        const auto end = text.indexOf(lineFeed, start);
+        const auto next = end < 0 ? text.size() : end + 1;
         m_Text += prefix;
         addQuoted(text, start, next);
         start = next;
@@ -161,10 +161,10 @@ void PoWriter::addField(QLatin1String keyword, const QString& text, QLatin1Strin
 }
 
 /** Adds a part of a text in quotation marks, and ends the line. */
-void PoWriter::addQuoted(const QString& text, int begin, int end)
+void PoWriter::addQuoted(const QString& text, QString::size_type begin, QString::size_type end)
 {
     m_Text += QLatin1Char('"');
-    for (int index = begin; index < end; ++index) {
+    for (auto index = begin; index < end; ++index) {
         const char escape = escapeOf(text.at(index));
         if (escape == '\0')
             continue;

@@ -17,7 +17,7 @@ private:
     void addComment(const QString& text);
     void addFlags(const ExchangeUnit& unit);
     void addField(QLatin1String keyword, const QString& text, QLatin1String prefix = {});
-    void addQuoted(const QString& text, int begin, int end);
+    void addQuoted(const QString& text, QString::size_type begin, QString::size_type end);
 
     QString m_Text;
 };

@@ -15,7 +15,7 @@ QChar withAccent(QChar letter)
 {
     static const QString plain = QStringLiteral("ACDEGHIJKLNORSTUWYZacdeghijklnorstuwyz");
     static const QString accented = QStringLiteral("ÅÇĐÉĜĤÎĴĶĻÑÖŔŠŢÛŴÝŽåçđéĝĥîĵķļñöŕšţûŵýž");
-    const int index = plain.indexOf(letter);
+    const auto index = plain.indexOf(letter);
     return index < 0 ? letter : accented.at(index);
 }
 

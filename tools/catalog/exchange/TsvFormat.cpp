@@ -70,10 +70,10 @@ QString readCell(const QString& cell)
 
 /** Where the columns are, by the first row. */
 struct Columns {
-    int url = -1;
-    int baseText = -1;
-    int text = -1;
-    int shortText = -1;
+    QStringList::size_type url = -1;
+    QStringList::size_type baseText = -1;
+    QStringList::size_type text = -1;
+    QStringList::size_type shortText = -1;
 
     /** @return what is wrong with the titles; empty when they can be used. */
     QString read(const QStringList& titles)

@@ -39,7 +39,7 @@ std::optional<QString> TsvRows::nextCell()
 {
     if (isAt(QLatin1Char('"')))
         return nextQuotedCell();
-    const int start = m_Index;
+    const auto start = m_Index;
     while (m_Index < m_Text.size() && !isAt(QLatin1Char('\t')) && !isAt(QLatin1Char('\n')))
         ++m_Index;
     const bool isBeforeReturn =
@@ -54,11 +54,11 @@ std::optional<QString> TsvRows::nextQuotedCell()
     while (take(mark)) { // the first one, or the second of two
         if (!text.isNull())
             text += mark;
-        const int end = m_Text.indexOf(mark, m_Index);
+        const auto end = m_Text.indexOf(mark, m_Index);
         if (end < 0)
             return std::nullopt;
-        const QStringRef part = m_Text.midRef(m_Index, end - m_Index);
-        m_Line += part.count(QLatin1Char('\n'));
+        const QString part = m_Text.mid(m_Index, end - m_Index);
+        m_Line += static_cast<int>(part.count(QLatin1Char('\n')));
         text = (text.isNull() ? QStringLiteral("") : text) + part;
         m_Index = end + 1;
     }

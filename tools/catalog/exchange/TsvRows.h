@@ -25,6 +25,6 @@ private:
     std::optional<QString> nextQuotedCell();
 
     const QString m_Text;
-    int m_Index = 0;
+    QString::size_type m_Index = 0;
     int m_Line = 1;
 };

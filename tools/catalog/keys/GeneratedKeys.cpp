@@ -31,7 +31,7 @@ QString nameInCpp(const QString& name)
 
 QString nameInQml(const QString& name)
 {
-    const QString property = name.left(1).toLower() + name.mid(1);
+    const QString property = name.left(1).toLower() + name.mid(1); // clazy:exclude=qstring-left
     const bool isTaken = isReservedInQml(property) || property == selfName;
     return isTaken ? property + QLatin1Char('_') : property;
 }

@@ -22,9 +22,9 @@ struct PackRequest {
 
 /** One file of a pack. */
 struct PackedFile {
-    QString file; ///< relative to the language folder
-    int size = 0; ///< in bytes, as it was
-    int packedSize = 0;
+    QString file;                ///< relative to the language folder
+    QString::size_type size = 0; ///< in bytes, as it was
+    QString::size_type packedSize = 0;
 };
 
 /**

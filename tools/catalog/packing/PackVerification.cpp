@@ -54,7 +54,8 @@ public:
 private:
     static void keep(const QStringList& languages, QMap<QString, QJsonObject>& map)
     {
-        for (const QString& key : map.keys()) {
+        const QStringList keys = map.keys();
+        for (const QString& key : keys) {
             if (!languages.isEmpty() && !languages.contains(key))
                 map.remove(key);
         }

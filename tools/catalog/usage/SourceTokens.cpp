@@ -72,7 +72,7 @@ private:
     {
         const Place place = here();
         const bool isNumber = m_Source.at(m_Position).isDigit();
-        const int start = m_Position;
+        const auto start = m_Position;
         while (m_Position < m_Source.size() &&
                (isWordCharacter(m_Source.at(m_Position)) || (isNumber && isAt("'"))))
             advance(1);
@@ -122,13 +122,13 @@ private:
     /** R"delimiter(...)delimiter" */
     void readRawString(const Place& place)
     {
-        const int open = m_Source.indexOf(QLatin1Char('('), m_Position);
+        const auto open = m_Source.indexOf(QLatin1Char('('), m_Position);
         if (open < 0)
             return advance(1);
         const QString end = QLatin1Char(')') + m_Source.mid(m_Position + 1, open - m_Position - 1) +
                             QLatin1Char('"');
-        const int close = m_Source.indexOf(end, open + 1);
-        const int valueEnd = close < 0 ? m_Source.size() : close;
+        const auto close = m_Source.indexOf(end, open + 1);
+        const auto valueEnd = close < 0 ? m_Source.size() : close;
         append(Kind::String, m_Source.mid(open + 1, valueEnd - open - 1), place);
         advance(std::min(valueEnd + end.size(), m_Source.size()) - m_Position);
     }
@@ -169,7 +169,7 @@ private:
         return QChar(code);
     }
 
-    bool isHexadecimal(int position) const
+    bool isHexadecimal(QString::size_type position) const
     {
         static const QString digits = QStringLiteral("0123456789abcdefABCDEF");
         return position < m_Source.size() && digits.contains(m_Source.at(position));
@@ -188,8 +188,8 @@ private:
 
     void skipTo(const char* end)
     {
-        const int found = m_Source.indexOf(QLatin1String(end), m_Position + 2);
-        const int length = static_cast<int>(qstrlen(end));
+        const auto found = m_Source.indexOf(QLatin1String(end), m_Position + 2);
+        const auto length = static_cast<QString::size_type>(qstrlen(end));
         advance((found < 0 ? m_Source.size() : found + length) - m_Position);
     }
 
@@ -200,7 +200,7 @@ private:
         return character;
     }
 
-    void advance(int count)
+    void advance(QString::size_type count)
     {
         for (; count > 0 && m_Position < m_Source.size(); --count, ++m_Position) {
             if (m_Source.at(m_Position) == QLatin1Char('\n')) {
@@ -214,10 +214,10 @@ private:
 
     bool isAt(const char* text) const
     {
-        return m_Source.midRef(m_Position, static_cast<int>(qstrlen(text))) == QLatin1String(text);
+        return QStringView(m_Source).mid(m_Position).startsWith(QLatin1String(text));
     }
 
-    Place here() const { return {m_Line, m_Position - m_LineStart + 1}; }
+    Place here() const { return {m_Line, static_cast<int>(m_Position - m_LineStart) + 1}; }
 
     void append(Kind kind, const QString& text, const Place& place, bool isOpen = false)
     {
@@ -227,9 +227,9 @@ private:
     const QString& m_Source;
     const SourceLanguage m_Language;
     QVector<SourceToken> m_Tokens;
-    int m_Position = 0;
+    QString::size_type m_Position = 0;
     int m_Line = 1;
-    int m_LineStart = 0;
+    QString::size_type m_LineStart = 0;
 };
 
 } // namespace

@@ -39,10 +39,10 @@ bool closes(const SourceToken& token)
 }
 
 /** The index behind the bracket that closes the one at @p open. */
-int endOfBracket(const Tokens& tokens, int open)
+Tokens::size_type endOfBracket(const Tokens& tokens, Tokens::size_type open)
 {
     int depth = 0;
-    for (int i = open; i < tokens.size(); ++i) {
+    for (auto i = open; i < tokens.size(); ++i) {
         depth += opens(tokens.at(i)) ? 1 : closes(tokens.at(i)) ? -1 : 0;
         if (depth == 0)
             return i + 1;
@@ -66,10 +66,10 @@ QVector<Tokens> split(const Tokens& tokens, const char* sign)
 }
 
 /** The arguments of the call whose "(" is at @p open. */
-QVector<Tokens> argumentsOf(const Tokens& tokens, int open)
+QVector<Tokens> argumentsOf(const Tokens& tokens, Tokens::size_type open)
 {
-    const int end = endOfBracket(tokens, open);
-    return split(tokens.mid(open + 1, std::max(end - open - 2, 0)), ",");
+    const auto end = endOfBracket(tokens, open);
+    return split(tokens.mid(open + 1, std::max<Tokens::size_type>(end - open - 2, 0)), ",");
 }
 
 /** Whether this is a parameter that a function is declared with. */
@@ -146,14 +146,14 @@ private:
         const QVector<Tokens> arguments = argumentsOf(m_Tokens, i + 1);
         if (arguments.size() <= *position || isParameter(arguments.at(*position)))
             return;
-        const int firstNewUse = m_Found.uses.size();
+        const auto firstNewUse = m_Found.uses.size();
         evaluate(arguments.at(*position), at(i).place);
         if (arguments.size() == 1)
             dropLanguages(firstNewUse);
     }
 
     /** A translateable text is asked for a language where others are asked for a URL. */
-    void dropLanguages(int firstNewUse)
+    void dropLanguages(Tokens::size_type firstNewUse)
     {
         const auto isLanguage = [this](const TextUse& use) {
             return m_Names.languages.contains(use.url) || use.kind == TextUse::Kind::Unknown;
@@ -170,7 +170,7 @@ private:
             m_Types.removeLast();
         else if (isIdentifier(at(i), "Texts") && at(i + 1).isSign(".") &&
                  isIdentifier(at(i + 2), "text") && at(i + 3).isSign("("))
-            evaluate(argumentsOf(m_Tokens, i + 3).first(), at(i + 2).place);
+            evaluate(argumentsOf(m_Tokens, i + 3).constFirst(), at(i + 2).place);
         else if (isIdentifier(at(i), "url") && at(i + 1).isSign(":") && !m_Types.isEmpty() &&
                  m_Types.last() == QLatin1String("DeviceText"))
             evaluate(bindingAt(i + 2), at(i).place);
@@ -263,7 +263,7 @@ private:
             return literalUse(tokens);
         if (tokens.first().kind == Kind::Identifier) {
             const QStringList chain = chainAt(tokens, 0);
-            const int length = 2 * chain.size() - 1;
+            const auto length = 2 * chain.size() - 1;
             if (isWrapper(chain.last()) && length < tokens.size() && tokens.at(length).isSign("("))
                 return evaluateBracket(tokens, length);
             const QString url = urlOfConstant(chain);
@@ -286,11 +286,12 @@ private:
         return wrappers.contains(name);
     }
 
-    TextUse evaluateBracket(const Tokens& tokens, int open) const
+    TextUse evaluateBracket(const Tokens& tokens, Tokens::size_type open) const
     {
-        const int end = endOfBracket(tokens, open);
-        return withRest(evaluateOperand(tokens.mid(open + 1, std::max(end - open - 2, 0))),
-                        tokens.mid(end));
+        const auto end = endOfBracket(tokens, open);
+        return withRest(
+            evaluateOperand(tokens.mid(open + 1, std::max<Tokens::size_type>(end - open - 2, 0))),
+            tokens.mid(end));
     }
 
     static TextUse literalUse(const Tokens& tokens)

@@ -138,7 +138,7 @@ ExitStatus checkFolders(const CommandLine& commandLine, const QString& folder,
 
 ExitStatus runCheck(const CommandLine& commandLine)
 {
-    const QString folder = commandLine.arguments().first();
+    const QString folder = commandLine.arguments().constFirst();
     const QString fault = LanguageCatalog::findFolderFault(folder);
     if (!fault.isEmpty()) {
         printMessage(fault);

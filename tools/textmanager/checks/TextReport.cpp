@@ -84,7 +84,7 @@ QString toTable(const QVector<LanguageCoverage>& languages, const CheckSettings&
 {
     int width = 8;
     for (const LanguageCoverage& coverage : languages)
-        width = std::max(width, painter.plain(coverage.language).size());
+        width = std::max(width, static_cast<int>(painter.plain(coverage.language).size()));
     QStringList lines;
     for (const LanguageCoverage& coverage : languages) {
         const bool isUnder = settings.failUnder && coverage.share() < *settings.failUnder;

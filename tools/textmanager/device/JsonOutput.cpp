@@ -49,10 +49,10 @@ public:
     {
         constexpr int elementsOfAPart = 256;
         const char* before = "[";
-        for (int begin = 0; begin < array.size(); begin += elementsOfAPart) {
+        for (QString::size_type begin = 0; begin < array.size(); begin += elementsOfAPart) {
             QJsonArray part;
-            const int end = std::min(begin + elementsOfAPart, array.size());
-            for (int index = begin; index < end; ++index) {
+            const auto end = std::min(begin + elementsOfAPart, array.size());
+            for (auto index = begin; index < end; ++index) {
                 part.append(array.at(index));
                 array[index] = QJsonValue(); // the part alone holds it, and lets it go
             }

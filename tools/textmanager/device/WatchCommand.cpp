@@ -43,14 +43,14 @@ ExitStatus follow(TextManager& manager, const QString& languagePath, WatchedText
     QTimer::singleShot(0, &manager, print); // once the event loop runs, which it may have to end
 
     const FileChanges fileChanges(languagePath);
-    QObject::connect(&fileChanges, &FileChanges::changed, [&] {
+    QObject::connect(&fileChanges, &FileChanges::changed, &manager, [&] {
         isReloadOfFiles = true;
         manager.reloadLanguage();
         isReloadOfFiles = false;
     });
     // A pipe that nobody reads any more is an exceptional condition to the system.
     const QSocketNotifier readerNotifier(STDOUT_FILENO, QSocketNotifier::Exception);
-    QObject::connect(&readerNotifier, &QSocketNotifier::activated,
+    QObject::connect(&readerNotifier, &QSocketNotifier::activated, &manager,
                      [] { QCoreApplication::quit(); });
 #ifdef TEXTMANAGER_HAS_REFERENCE_PLATFORM
     const ServicePresence servicePresence; // tells of it

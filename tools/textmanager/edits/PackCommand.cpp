@@ -21,7 +21,7 @@ PackRequest requestOf(const CommandLine& commandLine)
 {
     const QString languages = commandLine.value(languagesOption);
     PackRequest request;
-    request.folderPath = commandLine.arguments().first();
+    request.folderPath = commandLine.arguments().constFirst();
     request.shortFolder = commandLine.value(shortFolderOption().name);
     request.outputPath = commandLine.value(outputOption);
     request.languages = languages.split(QLatin1Char(','), Qt::SkipEmptyParts);

@@ -107,7 +107,7 @@ ExitStatus doAll(LanguageFileEditor& editor, const QVector<TextEdit>& edits,
         printMessage(QStringLiteral("nothing was changed in %1.").arg(editor.filePath()));
         return AnswerIsNo;
     }
-    newUrls.askForSlips(commandLine.arguments().first()); // before the file knows them, too
+    newUrls.askForSlips(commandLine.arguments().constFirst()); // before the file knows them, too
     const ExitStatus status = saveAndPrint(editor, changes, commandLine);
     if (status == Done)
         reportHalfNodes(changes, editor.document());

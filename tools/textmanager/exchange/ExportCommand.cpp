@@ -65,7 +65,7 @@ std::optional<Written> exportLanguage(const ExchangeFolder& folder, const QStrin
     const ExchangeFile file = collectUnits(*texts, selection);
     if (!writeFile(path, format.write(file)))
         return std::nullopt;
-    return Written{path, language, file.units.size(), count(file, State::Missing),
+    return Written{path, language, static_cast<int>(file.units.size()), count(file, State::Missing),
                    count(file, State::Stale)};
 }
 
@@ -105,7 +105,7 @@ const ExchangeFormat* formatOfAll(const CommandLine& commandLine)
 {
     return ExchangeFormat::byName(commandLine.isSet(asOption().name)
                                       ? commandLine.value(asOption().name)
-                                      : ExchangeFormat::names().first());
+                                      : ExchangeFormat::names().constFirst());
 }
 
 ExitStatus runExport(const CommandLine& commandLine)

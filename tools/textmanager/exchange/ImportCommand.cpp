@@ -162,7 +162,7 @@ ExitStatus runImport(const CommandLine& commandLine)
         return UnusableInput;
     }
     QJsonArray files;
-    int used = 0;
+    QString::size_type used = 0;
     bool isAllTaken = static_cast<int>(imports.size()) == arguments.size() - 1;
     for (const auto& import : imports) {
         if (!commandLine.isJsonWanted())
@@ -188,15 +188,17 @@ Command importCommand()
              "Takes the texts of each FILE, as XLIFF, PO or TSV, into the language that it names "
              "in the folder DIR. Only texts are written: never a comment, never the base, and "
              "nothing is emptied. What is taken is saved in all languages, or in none.\n\nTexts "
-             "that are gone, whose base text has changed since the export, or whose placeholders "
-             "or markup differ from the base's, are left out, and listed with file and line. The "
+             "that are gone, whose base text has changed since the export, or in whose "
+             "placeholders, "
+             "markup or message 'check' finds an error, are left out, and listed with file and "
+             "line. The "
              "exit status is 0 when all were taken, 1 when something was left out, and 2 when "
              "nothing could be used; nothing is changed then."),
          {{staleOption,
            {},
            QStringLiteral("Take texts whose base text has changed, and those that are marked as "
                           "to be looked at again. They stay stale.")},
-          {forceOption, {}, QStringLiteral("Take texts whose placeholders or markup differ.")},
+          {forceOption, {}, QStringLiteral("Take texts in which 'check' finds an error.")},
           dryRunOption(),
           {QStringLiteral("language"), QStringLiteral("KEY"),
            QStringLiteral("The language that the files are of, whatever they say.")},

@@ -38,7 +38,7 @@ std::optional<QVector<Mark>> findMarks(const QStringList& urls, const ExchangeTe
     NameSuggestions suggestions([&] { return urlsOf(texts.full.language); });
     bool areAllThere = true;
     for (const QString& url : urls) {
-        const int before = marks.size();
+        const auto before = marks.size();
         for (const bool isShort : {false, true}) {
             if (!texts.side(isShort).language.text(url).isEmpty())
                 marks.append({url, isShort, texts.findOldBaseText(url, isShort).has_value()});

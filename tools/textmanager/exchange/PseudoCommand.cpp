@@ -75,7 +75,8 @@ Made makeIn(const QString& folderPath, const QString& base, const CommandLine& c
     Made made{openTarget(folderPath, language), 0};
     if (made.editor != nullptr) {
         made.editor->document() = pseudo.make(language, documents.value(base));
-        made.texts = LanguageInformation().getAvailableUrls(made.editor->document()).size();
+        made.texts = static_cast<int>(
+            LanguageInformation().getAvailableUrls(made.editor->document()).size());
     }
     return made;
 }
@@ -106,11 +107,16 @@ ExitStatus runPseudo(const CommandLine& commandLine)
         if (all.back().editor == nullptr)
             return UnusableInput;
     }
-    for (const Made& made : all) {
-        if (!commandLine.isDryRun() && !saveEditor(*made.editor))
-            return UnusableInput;
-        print(made, commandLine.isJsonWanted());
+    std::vector<LanguageFileEditor*> editors;
+    for (const Made& made : all)
+        editors.push_back(made.editor.get());
+    const QString fault = commandLine.isDryRun() ? QString() : LanguageFileEditor::saveAll(editors);
+    if (!fault.isEmpty()) {
+        printMessage(fault);
+        return UnusableInput;
     }
+    for (const Made& made : all)
+        print(made, commandLine.isJsonWanted());
     return Done;
 }
 

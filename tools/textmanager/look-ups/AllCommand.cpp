@@ -10,11 +10,11 @@ namespace
 
 ExitStatus runAll(const CommandLine& commandLine)
 {
-    const auto folder = openFolder(commandLine.arguments().first());
+    const auto folder = openFolder(commandLine.arguments().constFirst());
     if (!folder)
         return UnusableInput;
 
-    const QString url = commandLine.arguments().last();
+    const QString url = commandLine.arguments().constLast();
     const QMap<QString, QVariant> texts = ReadAllTextsHelper::getAllTextsAsVariantMap(*folder, url);
     QString json;
     ReadAllTextsHelper::convertVariantMapToJsonString(texts, json);

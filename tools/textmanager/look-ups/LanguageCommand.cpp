@@ -20,7 +20,7 @@ void reportOtherLanguage(const LanguageFolder& folder, const QString& wanted, co
 
 ExitStatus runForLanguage(const CommandLine& commandLine, PrintLanguage print)
 {
-    const auto folder = openFolder(commandLine.arguments().first());
+    const auto folder = openFolder(commandLine.arguments().constFirst());
     if (!folder)
         return UnusableInput;
     const QString language = folder->chooseLoadedLanguage(commandLine.language());

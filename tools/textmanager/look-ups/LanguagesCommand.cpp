@@ -38,14 +38,14 @@ void printLanguages(const LanguageFolder& folder, const QVector<Finding>& findin
 ExitStatus runLanguages(const CommandLine& commandLine)
 {
     QVector<Finding> findings;
-    const auto folder = openFolder(commandLine.arguments().first(), QString(), &findings);
+    const auto folder = openFolder(commandLine.arguments().constFirst(), QString(), &findings);
     if (!folder)
         return UnusableInput;
 
     printLanguages(*folder, findings, commandLine.isJsonWanted());
     if (folder->getAvailableLanguages().isEmpty())
         printMessage(
-            QStringLiteral("no language file in '%1'.").arg(commandLine.arguments().first()));
+            QStringLiteral("no language file in '%1'.").arg(commandLine.arguments().constFirst()));
     const bool isSound = findings.isEmpty() && !folder->getAvailableLanguages().isEmpty();
     return isSound ? Done : AnswerIsNo;
 }

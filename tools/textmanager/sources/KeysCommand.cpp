@@ -53,7 +53,7 @@ bool writeIfChanged(MadeFile& file, bool isDryRun)
     return false;
 }
 
-void print(const QVector<MadeFile>& files, int keyCount, bool isJsonWanted)
+void print(const QVector<MadeFile>& files, QString::size_type keyCount, bool isJsonWanted)
 {
     QJsonArray list;
     for (const MadeFile& file : files) {

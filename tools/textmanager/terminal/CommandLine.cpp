@@ -71,7 +71,7 @@ QString CommandLine::findFault() const
     }
 
     const QStringList argumentNames = m_Description.argumentNames();
-    const int given = arguments().size();
+    const auto given = arguments().size();
     const bool isNextNeeded =
         given < argumentNames.size() && !argumentNames.at(given).startsWith(QLatin1Char('['));
     if (isNextNeeded)

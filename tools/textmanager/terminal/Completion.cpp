@@ -80,7 +80,7 @@ QStringList candidatesBehind(const CommandDescription& command, const QStringLis
     if (isOptionWanted)
         return optionCandidates(command);
     const QStringList names = command.argumentNames();
-    const int last = names.size() - 1;
+    const auto last = names.size() - 1;
     if (arguments.size() > last && (last < 0 || !names.at(last).endsWith(QLatin1String("..."))))
         return {};
     return candidatesFor(names.at(std::min(arguments.size(), last)), arguments.value(0));

@@ -11,14 +11,15 @@ Progress::Progress(const QString& doing)
     m_Timer.start();
 }
 
-void Progress::show(int done, int all)
+void Progress::show(QString::size_type done, QString::size_type all)
 {
     constexpr int patienceInMilliseconds = 200;
     if (!m_IsWanted || !m_Timer.hasExpired(patienceInMilliseconds))
         return;
     m_Timer.restart();
     m_IsShown = true;
-    std::fprintf(stderr, "\r\x1b[K%s: %d of %d", qUtf8Printable(m_StrDoing), done, all);
+    std::fprintf(stderr, "\r\x1b[K%s: %lld of %lld", qUtf8Printable(m_StrDoing),
+                 static_cast<long long>(done), static_cast<long long>(all));
     std::fflush(stderr);
 }
 

@@ -12,7 +12,7 @@ public:
     ~Progress() { clear(); }
     Q_DISABLE_COPY_MOVE(Progress)
 
-    void show(int done, int all);
+    void show(QString::size_type done, QString::size_type all);
     /** Leaves the line as if nothing had been shown. */
     void clear();
 

@@ -77,7 +77,7 @@ bool isFromRightToLeft(uint character)
     return direction == QChar::DirR || direction == QChar::DirAL;
 }
 
-bool isWrong(const QVector<uint>& text, int at)
+bool isWrong(const QVector<uint>& text, QString::size_type at)
 {
     const uint character = text.at(at);
     if (isJoiner(character))
@@ -102,13 +102,13 @@ bool mayBeInvisible(QChar character)
 
 } // namespace
 
-int findWrongInvisibleCharacter(const QString& text)
+QString::size_type findWrongInvisibleCharacter(const QString& text)
 {
     if (std::none_of(text.begin(), text.end(), mayBeInvisible))
         return -1;
     const QVector<uint> characters = withEnds(text);
-    int offset = 0;
-    for (int at = 1; at < characters.size() - 1; ++at) {
+    QString::size_type offset = 0;
+    for (QString::size_type at = 1; at < characters.size() - 1; ++at) {
         if (isWrong(characters, at))
             return offset;
         offset += QChar::requiresSurrogates(characters.at(at)) ? 2 : 1;

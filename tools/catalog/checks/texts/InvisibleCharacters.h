@@ -10,4 +10,4 @@
  * between emoji, U+200B in Khmer, Thai, Lao and Burmese, marks of direction in texts with letters
  * from right to left, and a soft hyphen within a word.
  */
-int findWrongInvisibleCharacter(const QString& text);
+QString::size_type findWrongInvisibleCharacter(const QString& text);

@@ -56,7 +56,7 @@ MarkupTags::MarkupTags(const QString& text)
     }
 }
 
-bool MarkupTags::covers(int offset) const
+bool MarkupTags::covers(QString::size_type offset) const
 {
     return std::any_of(m_Candidates.begin(), m_Candidates.end(), [&](const Tag& tag) {
         return offset >= tag.offset && offset < tag.offset + tag.length && isMarkup(tag.name);

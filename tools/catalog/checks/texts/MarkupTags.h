@@ -14,12 +14,12 @@ public:
     explicit MarkupTags(const QString& text);
 
     /** Whether the character at @p offset belongs to a tag. */
-    bool covers(int offset) const;
+    bool covers(QString::size_type offset) const;
 
     /** What is wrong with the tags, or other than in the base. */
     struct Fault {
         QString reason; ///< empty when nothing is wrong
-        int offset = 0;
+        QString::size_type offset = 0;
     };
     /** A tag that is opened and not closed, or closed and not opened. */
     Fault findUnbalanced() const;
@@ -31,8 +31,8 @@ private:
         QString name; ///< in lower case
         bool isClosing = false;
         bool isWhole = false; ///< needs no closing one
-        int offset = 0;
-        int length = 0;
+        QString::size_type offset = 0;
+        QString::size_type length = 0;
 
         QString toString() const;
     };

@@ -15,7 +15,7 @@ bool isMessage(const AnalyzedText& text)
     const auto& all = text.placeholders.all();
     return std::any_of(all.begin(), all.end(), [&](const Placeholder& placeholder) {
         return placeholder.kind == Placeholder::Kind::Named &&
-               !text.text.midRef(placeholder.offset, placeholder.length).endsWith(QLatin1Char('}'));
+               !text.text.mid(placeholder.offset, placeholder.length).endsWith(QLatin1Char('}'));
     });
 }
 

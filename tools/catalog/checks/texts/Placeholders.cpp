@@ -47,12 +47,12 @@ const QRegularExpression& bracePattern()
     return pattern;
 }
 
-bool isDigitAt(const QString& text, int offset)
+bool isDigitAt(const QString& text, QString::size_type offset)
 {
     return offset >= 0 && text.at(offset).isDigit();
 }
 
-bool isLetterAt(const QString& text, int offset)
+bool isLetterAt(const QString& text, QString::size_type offset)
 {
     return offset < text.size() && text.at(offset).isLetter();
 }
@@ -89,7 +89,7 @@ bool Placeholders::has(Placeholder::Kind kind) const
                        [=](const Placeholder& placeholder) { return placeholder.kind == kind; });
 }
 
-bool Placeholders::covers(int offset) const
+bool Placeholders::covers(QString::size_type offset) const
 {
     return std::any_of(m_All.begin(), m_All.end(), [=](const Placeholder& placeholder) {
         return offset >= placeholder.offset && offset < placeholder.offset + placeholder.length;
@@ -158,7 +158,8 @@ void Placeholders::findBraceForms(const QString& text)
     // Braces in a plural hold its parts, which are texts again: {n, plural, one {# file} ...}.
     enum class Brace { Argument, Text };
     QVector<Brace> open;
-    for (int at = text.indexOf(QLatin1Char('{')); at >= 0 && at < text.size(); ++at) {
+    for (QString::size_type at = text.indexOf(QLatin1Char('{')); at >= 0 && at < text.size();
+         ++at) {
         if (text.at(at) == QLatin1Char('}') && !open.isEmpty())
             open.removeLast();
         if (text.at(at) != QLatin1Char('{'))
@@ -190,7 +191,7 @@ QStringList Placeholders::namesOf(bool isPrintf) const
     return names;
 }
 
-int Placeholders::offsetOf(const QString& name) const
+QString::size_type Placeholders::offsetOf(const QString& name) const
 {
     const auto it = std::find_if(m_All.begin(), m_All.end(), [&](const Placeholder& placeholder) {
         return placeholder.name == name;

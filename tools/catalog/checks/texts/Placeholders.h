@@ -16,16 +16,16 @@ struct Placeholder {
 
     Kind kind = Kind::Numbered;
     QString name; ///< tells what value it takes: "%1" for "%L1", "%d" for "%5d"
-    int offset = 0;
-    int length = 0; ///< of a plural or a choice: to the end of that word
+    QString::size_type offset = 0;
+    QString::size_type length = 0; ///< of a plural or a choice: to the end of that word
 };
 
 /** In what the placeholders of a text differ from those of the base. */
 struct PlaceholderDifference {
     QStringList missing;
     QStringList superfluous;
-    bool isOrderOther = false; ///< the same ones, but values would land in the wrong places
-    int offset = 0;            ///< of the first superfluous one; 0 when there is none
+    bool isOrderOther = false;     ///< the same ones, but values would land in the wrong places
+    QString::size_type offset = 0; ///< of the first superfluous one; 0 when there is none
 
     bool isNone() const { return missing.isEmpty() && superfluous.isEmpty() && !isOrderOther; }
 };
@@ -50,7 +50,7 @@ public:
     const QVector<Placeholder>& all() const { return m_All; }
     bool has(Placeholder::Kind kind) const;
     /** Whether the character at @p offset belongs to one. */
-    bool covers(int offset) const;
+    bool covers(QString::size_type offset) const;
 
     /**
      * Nothing when a program fills the text as it does the base. Numbered and named ones may change
@@ -62,7 +62,7 @@ private:
     void findPercentForms(const QString& text, const QStringList& percentagesOfBase);
     void findBraceForms(const QString& text);
     QStringList namesOf(bool isPrintf) const;
-    int offsetOf(const QString& name) const;
+    QString::size_type offsetOf(const QString& name) const;
 
     QVector<Placeholder> m_All;
     QStringList m_Percentages; ///< "50" for "50%" and "50 %"

@@ -22,10 +22,10 @@ bool hasEdgeSpace(const QString& text, bool atEnd)
 }
 
 /** The first of two blanks in a line that do not indent it; -1 when there are none. */
-int findDoubleBlank(const QString& text)
+QString::size_type findDoubleBlank(const QString& text)
 {
     bool isIndent = true;
-    for (int at = 0; at + 1 < text.size(); ++at) {
+    for (QString::size_type at = 0; at + 1 < text.size(); ++at) {
         const QChar character = text.at(at);
         if (!character.isSpace())
             isIndent = false;
@@ -37,13 +37,13 @@ int findDoubleBlank(const QString& text)
     return -1;
 }
 
-bool isWord(const QStringRef& word)
+bool isWord(QStringView word)
 {
     return word.size() > 1 && std::all_of(word.begin(), word.end(),
                                           [](QChar c) { return c.isLetter() || c.isMark(); });
 }
 
-QStringRef withoutMarks(QStringRef word)
+QStringView withoutMarks(QStringView word)
 {
     while (!word.isEmpty() && word.at(word.size() - 1).isPunct())
         word.chop(1);
@@ -51,23 +51,23 @@ QStringRef withoutMarks(QStringRef word)
 }
 
 /** The second of two words that are alike with a blank between them; null when there is none. */
-QStringRef findDoubledWord(const QString& text)
+QStringView findDoubledWord(const QString& text)
 {
-    QStringRef before;
-    for (int begin = 0; begin < text.size();) {
-        int end = begin;
+    QStringView before;
+    for (QString::size_type begin = 0; begin < text.size();) {
+        QString::size_type end = begin;
         while (end < text.size() && !text.at(end).isSpace())
             ++end;
-        const QStringRef word = text.midRef(begin, end - begin);
+        const QStringView word = QStringView(text).mid(begin, end - begin);
         // What ends a sentence may follow the second; between the two it keeps them apart.
-        const QStringRef bare = withoutMarks(word);
+        const QStringView bare = withoutMarks(word);
         if (bare.size() == before.size() && bare.compare(before, Qt::CaseInsensitive) == 0 &&
             isWord(bare))
             return bare;
         before = word;
         begin = end + 1;
     }
-    return QStringRef();
+    return QStringView();
 }
 
 /** Whether it is one such as Bora Bora: few words, each with a capital letter. */
@@ -102,7 +102,7 @@ void findEdgeSpace(const TextToCheck& text, TextFindings& findings)
 
 void findDoubleSpace(const TextToCheck& text, TextFindings& findings)
 {
-    const int offset = findDoubleBlank(text.text.text);
+    const QString::size_type offset = findDoubleBlank(text.text.text);
     if (offset < 0 || (text.base != nullptr && findDoubleBlank(text.base->text) >= 0))
         return;
     findings.append({QStringLiteral("double-space"), offset,
@@ -111,7 +111,7 @@ void findDoubleSpace(const TextToCheck& text, TextFindings& findings)
 
 void findInvisibleCharacter(const TextToCheck& text, TextFindings& findings)
 {
-    const int offset = findWrongInvisibleCharacter(text.text.text);
+    const QString::size_type offset = findWrongInvisibleCharacter(text.text.text);
     if (offset < 0)
         return;
     const QChar character = text.text.text.at(offset);
@@ -124,13 +124,14 @@ void findInvisibleCharacter(const TextToCheck& text, TextFindings& findings)
 
 void findRepeatedWord(const TextToCheck& text, TextFindings& findings)
 {
-    const QStringRef word = findDoubledWord(text.text.text);
+    const QStringView word = findDoubledWord(text.text.text);
     if (word.isNull() || text.rules.mayDouble(word.toString()) || isName(text.text.text))
         return;
     if (text.base != nullptr && !findDoubledWord(text.base->text).isNull())
         return;
     findings.append(
-        {QStringLiteral("repeated-word"), word.position(),
+        {QStringLiteral("repeated-word"),
+         static_cast<QString::size_type>(word.data() - text.text.text.constData()),
          QStringLiteral("The word \"%1\" stands twice in a row. Leave one.").arg(word.toString())});
 }
 

@@ -31,7 +31,7 @@ struct TextToCheck {
 /** What a check found in a text. */
 struct TextFinding {
     QString id;
-    int offset = 0; ///< where in the text; 0 where all of it is meant
+    QString::size_type offset = 0; ///< where in the text; 0 where all of it is meant
     QString reason;
 };
 using TextFindings = QVector<TextFinding>;

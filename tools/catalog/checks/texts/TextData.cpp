@@ -41,7 +41,8 @@ int digitOf(QChar character)
 QString ideographicNumber(QChar character)
 {
     static const QString numerals = QString::fromUtf8("〇一二三四五六七八九十");
-    const int number = character.unicode() < 0x3000 ? -1 : numerals.indexOf(character);
+    const QString::size_type number =
+        character.unicode() < 0x3000 ? -1 : numerals.indexOf(character);
     return number < 0 ? QString() : QString::number(number);
 }
 
@@ -66,9 +67,9 @@ bool isGrouped(const QStringList& groups, const QString& marks)
         return true;
     if (marks.count(marks.at(0)) != marks.size())
         return false;
-    const int last = groups.last().size();
+    const auto last = groups.last().size();
     for (int group = 1; group < groups.size() - 1; ++group) {
-        const int size = groups.at(group).size();
+        const auto size = groups.at(group).size();
         if (size != last && !(last == 3 && size == 2))
             return false;
     }
@@ -76,7 +77,7 @@ bool isGrouped(const QStringList& groups, const QString& marks)
            !groups.first().startsWith(QLatin1Char('0'));
 }
 
-QString endOfOrdinal(const QString& text, int offset)
+QString endOfOrdinal(const QString& text, QString::size_type offset)
 {
     static const QRegularExpression pattern(QStringLiteral("\\G(?:st|nd|rd|th)\\b"));
     return text.size() > offset && text.at(offset).isLetter()
@@ -90,7 +91,7 @@ QString endOfOrdinal(const QString& text, int offset)
 class TextData::NumberReader
 {
 public:
-    NumberReader(const QString& text, int offset)
+    NumberReader(const QString& text, QString::size_type offset)
         : m_StrText(text)
         , m_Begin(offset)
         , m_End(offset)
@@ -104,7 +105,7 @@ public:
         }
     }
 
-    int end() const { return m_End; }
+    QString::size_type end() const { return m_End; }
 
     Number read() const
     {
@@ -158,8 +159,8 @@ private:
     }
 
     const QString& m_StrText;
-    const int m_Begin;
-    int m_End;
+    const QString::size_type m_Begin;
+    QString::size_type m_End;
     QStringList m_Groups;
     QString m_StrMarks; ///< between the groups
 };
@@ -205,7 +206,7 @@ void TextData::findAddresses(const QString& text)
 void TextData::findNumbers(const QString& text, const Placeholders& placeholders,
                            const MarkupTags& tags)
 {
-    for (int at = 0; at < text.size(); ++at) {
+    for (QString::size_type at = 0; at < text.size(); ++at) {
         const QString ideographic = ideographicNumber(text.at(at));
         if (!ideographic.isEmpty())
             m_Readings.insert(ideographic);
@@ -221,7 +222,7 @@ void TextData::findNumbers(const QString& text, const Placeholders& placeholders
     }
 }
 
-bool TextData::isInAddress(int offset) const
+bool TextData::isInAddress(QString::size_type offset) const
 {
     return std::any_of(m_Addresses.begin(), m_Addresses.end(), [=](const Address& address) {
         return offset >= address.offset && offset < address.offset + address.written.size();

@@ -37,12 +37,12 @@ private:
 
     void findAddresses(const QString& text);
     void findNumbers(const QString& text, const Placeholders& placeholders, const MarkupTags& tags);
-    bool isInAddress(int offset) const;
+    bool isInAddress(QString::size_type offset) const;
     bool hasNumber(const Number& number) const;
 
     struct Address {
         QString written;
-        int offset = 0;
+        QString::size_type offset = 0;
     };
     QVector<Address> m_Addresses;
     QVector<Number> m_Numbers;

@@ -28,9 +28,9 @@ bool isClosing(QChar character)
 }
 
 /** Behind what a reader sees last, but for quotation marks, brackets and tags. */
-int endOf(const QString& text)
+QString::size_type endOf(const QString& text)
 {
-    int end = text.size();
+    QString::size_type end = text.size();
     while (end > 0) {
         if (text.at(end - 1) == QLatin1Char('>') &&
             text.lastIndexOf(QLatin1Char('<'), end - 1) >= 0)
@@ -44,7 +44,7 @@ int endOf(const QString& text)
 }
 
 /** Whether the dot before @p end is a full stop, and not that of an abbreviation. */
-bool endsSentence(const QString& text, int end)
+bool endsSentence(const QString& text, QString::size_type end)
 {
     const QString before = text.left(end - 1).simplified();
     const QStringList words = before.split(QLatin1Char(' '));
@@ -94,7 +94,7 @@ bool WritingRules::mayDouble(const QString& word) const
 
 WritingRules::EndMark WritingRules::endMarkOf(const QString& text) const
 {
-    const int end = endOf(text);
+    const QString::size_type end = endOf(text);
     return end == 0 ? EndMark::None : markAt(text, end - 1);
 }
 
@@ -118,7 +118,7 @@ QString WritingRules::nameOf(EndMark mark)
     return QStringLiteral("no mark");
 }
 
-WritingRules::EndMark WritingRules::markAt(const QString& text, int offset) const
+WritingRules::EndMark WritingRules::markAt(const QString& text, QString::size_type offset) const
 {
     static const QString fullStops = QString::fromUtf8("。．｡।॥۔።။។៕།։᠃᠉꓿᙮");
     static const QString questions = QString::fromUtf8("?？؟⸮፧՞;꘏᥅");

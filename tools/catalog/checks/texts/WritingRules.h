@@ -40,7 +40,7 @@ public:
     static QString nameOf(EndMark mark);
 
 private:
-    EndMark markAt(const QString& text, int offset) const;
+    EndMark markAt(const QString& text, QString::size_type offset) const;
 
     QString m_StrKey;
     QString m_StrLanguage; ///< the key without country and variety: "de"
