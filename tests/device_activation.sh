@@ -18,6 +18,7 @@ cat >"$work/bus.conf" <<END
   <servicedir>$work/services</servicedir>
   <policy context="default">
     <allow send_destination="*"/>
+    <allow receive_sender="*"/>
     <allow own="*"/>
   </policy>
 </busconfig>

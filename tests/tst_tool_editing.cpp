@@ -157,7 +157,7 @@ void ToolEditingTest::changesOneLineOfAnExample()
     QFile::link("sub/real.json", link);
     const auto permissions = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
     for (const QByteArray lineEnd : {"\n", "\r\n"}) {
-        QByteArray bytes = bytesOf(QFINDTESTDATA("../examples/languages/ja_JP.json"));
+        QByteArray bytes = bytesOf(EXAMPLE_LANGUAGES "ja_JP.json");
         files.write("sub/real", bytes.replace("\n", lineEnd));
         QVERIFY(QFile::setPermissions(files.file("sub/real"), permissions));
 

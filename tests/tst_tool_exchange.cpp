@@ -87,13 +87,11 @@ void ToolExchangeTest::bringsBackAFolder()
     const QString extension = cell("format");
     QString shortFolder;
     if (cell("texts") == "example") {
-        copyFolder(QFINDTESTDATA("../examples/languages"), files, "");
-        copyFolder(QFINDTESTDATA("../examples/languages/short"), files, "short/");
+        copyFolder(EXAMPLE_LANGUAGES, files, "");
+        copyFolder(EXAMPLE_LANGUAGES "short", files, "short/");
         shortFolder = " --short-folder short";
     } else {
-        QCOMPARE(ToolRun({files.path(), "--small"}, {}, {}, QFINDTESTDATA("iso_codes_folder.py"))
-                     .exitStatus(),
-                 0);
+        QCOMPARE(ToolRun({files.path(), "--small"}, {}, {}, ISO_CODES_FOLDER).exitStatus(), 0);
     }
     const QString format = extension == "xlf" ? "xliff" : extension;
     const ToolRun exported(
