@@ -4,17 +4,11 @@
 #include "ToolRun.h"
 
 #include <QDateTime>
-#include <QDir>
+#include <QFileInfo>
 #include <QTest>
 
 namespace
 {
-
-QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 void writeFolder(const LanguageFiles& files)
 {
@@ -22,7 +16,6 @@ void writeFolder(const LanguageFiles& files)
         "comment": "c", "childs": {"comment": {"text": "x", "comment": "y"}}}, "H": {"text": "h"}}})");
     files.write("en_US", R"({"Content": {"M": {"text": "m", "comment": ""}, "E": {"text": "e"}}})");
     files.write("short/de", R"({"Content": {"M": {"text": "s", "comment": "c"}}})");
-    files.write("faulty/de", R"({"Content": {"M": }})");
 }
 
 } // namespace
@@ -32,108 +25,87 @@ class ToolPackingTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void packs_data();
-    void packs();
-    void packsTheSameTwice();
-    void seesWhatIsAnsweredOtherwise_data();
-    void seesWhatIsAnsweredOtherwise();
-};
-
-void ToolPackingTest::packs_data()
-{
-    addTable(R"(
-        words                                           | exit | de                   | message
-        pack DIR -o DIR/out                             | 0
-        .. | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"y","text":"x"}},"comment":"c",
-        .. "text":"ü"}},"Header":{"language":"d"}}\n |
-        pack DIR -o DIR/a/out --blank-comments          | 0
-        .. | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"","text":"x"}},"comment":"","text":"ü"}},
-        .. "Header":{"language":"d"}}\n |
-        pack DIR -o DIR/out --drop-comments --languages de | 0
-        .. | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"text":"x"}},"text":"ü"}},"Header":{"language":"d"}}
-        .. \n | de has 1 texts of languages that are not packed; they will be empty, or others.\n
-        .. textmanager: without comments no URL is listed
-        pack DIR -o DIR/out --dry-run                   | 0 | | a dry run: nothing was written to
-        pack DIR/faulty -o DIR/out                      | 2 | | de.json:1:19: malformed JSON
-        pack DIR -o DIR/out --languages de,fr           | 2 | | there is no language 'fr'
-        pack DIR -o DIR/short --languages de            | 2 |
-        .. | short' holds something already. Empty it, or give --force.
-        pack DIR -o DIR/faulty --force --languages en_US | 2 | | faulty/de.json: is not of this pack
-        pack DIR -o DIR/faulty/.. --force               | 2 | | is the folder that is to be packed
-        pack DIR -o DIR/de.json                         | 2 | | is no folder
-        pack DIR                                        | 2 | | --output DIR is missing
-        pack DIR -o DIR/out --blank-comments --drop-comments | 2 | | exclude each other
-    )");
-}
-
-void ToolPackingTest::packs()
-{
-    const LanguageFiles files;
-    writeFolder(files);
-    const ToolRun run(files.words(cell("words")));
-    QVERIFY2(run.says(cell("message")), qPrintable(run.messages()));
-    QCOMPARE(QString::number(run.exitStatus()), cell("exit"));
-    const QString name = cell("words").contains("/a/") ? "a/out/de" : "out/de";
-    QCOMPARE(QString::fromUtf8(bytesOf(files.file(name))), cell("de"));
-    const QStringList remains =
-        QDir(files.path()).entryList({".*"}, QDir::AllEntries | QDir::Hidden);
-    QCOMPARE(remains, QStringList({".", ".."}));
-}
-
-void ToolPackingTest::packsTheSameTwice()
-{
-    const LanguageFiles files;
-    writeFolder(files);
-    const QDateTime newest = QDateTime::fromSecsSinceEpoch(2'000'000'000);
-    QFile source(files.file("short/de"));
-    QVERIFY(source.open(QIODevice::ReadWrite) &&
-            source.setFileTime(newest, QFile::FileModificationTime));
-    source.close();
-    const QStringList words = files.words("pack DIR -o DIR/out --short-folder short --force");
-    for (int run = 0; run < 2; ++run) {
-        QCOMPARE(ToolRun(words).exitStatus(), 0);
-        for (const QString name : {"out/de", "out/en_US", "out/short/de"})
-            QCOMPARE(QFileInfo(files.file(name)).lastModified(), newest);
+    void packs_data()
+    {
+        addTable(R"(
+        words                           | de
+        pack DIR -o DIR/out | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"y","text":"x"}},
+        .. "comment":"c","text":"ü"}},"Header":{"language":"d"}}\n
+        pack DIR -o DIR/out --blank-comments | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"",
+        .. "text":"x"}},"comment":"","text":"ü"}},"Header":{"language":"d"}}\n
+        pack DIR -o DIR/out --drop-comments --languages de | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{
+        .. "text":"x"}},"text":"ü"}},"Header":{"language":"d"}}\n
+        pack DIR -o DIR/out --dry-run   |
+        )");
     }
-}
+    void packs()
+    {
+        const LanguageFiles files;
+        writeFolder(files);
+        const int before = files.readAll().size();
+        const ToolRun run(files.words(cell("words")));
+        QVERIFY2(run.exitStatus() == 0, qPrintable(run.messages()));
+        QCOMPARE(run.says("de has 1 texts of languages that are not packed; they will be empty"),
+                 cell("words").contains("--languages"));
+        QCOMPARE(run.says("without comments no URL is listed"), cell("words").contains("drop"));
+        QCOMPARE(QString::fromUtf8(files.read("out/de")), cell("de"));
+        if (cell("de").isEmpty())
+            QCOMPARE(files.readAll().size(), before);
+    }
 
-void ToolPackingTest::seesWhatIsAnsweredOtherwise_data()
-{
-    addTable(R"(
-        file     | content                                                      | difference
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü", "comment": "c"}}}
-        .. | the packed folder answers otherwise for H in de.
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "u", "comment": "c"}, "H": {"text": "h"}}}
-        .. | the packed folder answers otherwise for M in de.
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü", "comment": ""}, "H": {"text": "h"}}}
-        .. | the packed folder answers otherwise for M in de.
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü"}, "H": {"text": "h"}}}
-        .. | the packed folder lists other URLs in de.
-        de       | {"Content": {"M": {"text": "ü", "comment": "c"}, "H": {"text": "h"}}}
-        .. | the packed folder has another header in de.
-        short/de | {"Content": {"M": {"text": "t"}}}
-        .. | the packed folder answers otherwise for M in de.
-        fr       | {"Content": {}}
-        .. | the packed folder has other languages.
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü", "comment": "c"}, "H": {"text": "h"}}} |
-    )");
-}
+    void packsTheSameTwice()
+    {
+        const LanguageFiles files;
+        writeFolder(files);
+        const QDateTime newest = QDateTime::fromSecsSinceEpoch(2'000'000'000);
+        QFile source(files.file("short/de"));
+        QVERIFY(source.open(QIODevice::ReadWrite) &&
+                source.setFileTime(newest, QFile::FileModificationTime));
+        source.close();
+        const QStringList words = files.words("pack DIR -o DIR/out --short-folder short --force");
+        for (int run = 0; run < 2; ++run) {
+            QCOMPARE(ToolRun(words).exitStatus(), 0);
+            for (const QString name : {"out/de", "out/en_US", "out/short/de"})
+                QCOMPARE(QFileInfo(files.file(name)).lastModified(), newest);
+        }
+    }
 
-void ToolPackingTest::seesWhatIsAnsweredOtherwise()
-{
-    const LanguageFiles files;
-    for (const QString name : {"de", "out/de"})
-        files.write(name, R"({"Header": {"language": "d"}, "Content": {"M": {"text": "ü",
-            "comment": "c"}, "H": {"text": "h"}}})");
-    for (const QString name : {"short/de", "out/short/de"})
-        files.write(name, R"({"Content": {"M": {"text": "s"}}})");
-    files.write("out/" + cell("file"), cell("content").toUtf8());
-    PackRequest request;
-    request.folderPath = files.path();
-    request.shortFolder = "short";
-    const PackVerification verification(request, {"de"}, files.path() + "out");
-    QCOMPARE(verification.findDifference("de"), cell("difference"));
-}
+    void seesWhatIsAnsweredOtherwise_data()
+    {
+        // What is packed wrongly, and how.
+        addTable(R"(
+        file     | from                 | to                 | difference
+        de       | , "H": {"text": "h"} |                    | answers otherwise for H in de.
+        de       | "ü"                  | "u"                | answers otherwise for M in de.
+        de       | "comment": "c"       | "comment": ""      | answers otherwise for M in de.
+        de       | , "comment": "c"     |                    | lists other URLs in de.
+        de       | "language": "d"      | "language": "e"    | has another header in de.
+        short/de | "s"                  | "t"                | answers otherwise for M in de.
+        fr       |                      |                    | has other languages.
+        de       |                      |                    |
+        )");
+    }
+    void seesWhatIsAnsweredOtherwise()
+    {
+        const LanguageFiles files;
+        for (const QString folder : {"", "out/"}) {
+            files.write(folder + "de", R"({"Header": {"language": "d"},
+                "Content": {"M": {"text": "ü", "comment": "c"}, "H": {"text": "h"}}})");
+            files.write(folder + "short/de", R"({"Content": {"M": {"text": "s"}}})");
+        }
+        QString wrong = files.read(cell("file"));
+        wrong.replace(cell("from").isEmpty() ? "\n" : cell("from"), cell("to"));
+        files.write("out/" + cell("file"),
+                    cell("file") == "fr" ? R"({"Content": {}})" : wrong.toUtf8());
+        PackRequest request;
+        request.folderPath = files.path();
+        request.shortFolder = "short";
+        const PackVerification verification(request, {"de"}, files.path() + "out");
+        const QString difference = cell("difference");
+        QCOMPARE(verification.findDifference("de"),
+                 difference.isEmpty() ? QString() : "the packed folder " + difference);
+    }
+};
 
 QTEST_GUILESS_MAIN(ToolPackingTest)
 #include "tst_tool_packing.moc"
