@@ -112,6 +112,7 @@ void FaultyReloadsTest::keepsWhatIsTruncated()
     }
     m_Files->write("de", bytes);
     QCOMPARE(reloaded(), "new old");
+    qInfo("%d lengths", bytes.size());
 }
 
 void FaultyReloadsTest::keepsWhatIsReplaced_data()
@@ -223,7 +224,7 @@ void FaultyReloadsTest::outlivesErrorsOfTheDisk()
         report.resize(0);
         QVERIFY2(!texts.isEmpty() && reloaded() == "new new", failedCalls.constData());
     } while (!failedCalls.isEmpty());
-    qInfo("faults: %d", call - 1);
+    qInfo("%d faults", call - 1);
 }
 
 QTEST_GUILESS_MAIN(FaultyReloadsTest)
