@@ -289,6 +289,7 @@ void ReliabilitySizesTest::takesTimeInProportion()
         QVERIFY2(factor == 1 || seconds < start + 8 * before,
                  qPrintable(QString("%1 s, and %2 s for a fourth").arg(seconds).arg(before)));
         before = seconds;
+        qInfo("1 sizes");
     }
 }
 
