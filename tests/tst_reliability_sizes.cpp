@@ -296,10 +296,11 @@ void ReliabilitySizesTest::takesTimeInProportion()
 void ReliabilitySizesTest::takesLittleStack_data()
 {
     addTable(R"(
-        what               | levels
-        documents          | 900
-        edits              | 4000
-        translateable text | 900
+        what               | levels | kilobytes
+        documents          | 900    | 256
+        documents          | 1020   | 288
+        edits              | 4000   | 256
+        translateable text | 900    | 256
     )");
 }
 
@@ -329,7 +330,7 @@ void ReliabilitySizesTest::takesLittleStack()
              QCOMPARE(helper.getText("en_US"), QString());
          }},
     };
-    runOnSmallStack(works.value(cell("what")), 256);
+    runOnSmallStack(works.value(cell("what")), cell("kilobytes").toUInt());
 }
 
 void ReliabilitySizesTest::answersOddKeys_data()
