@@ -32,8 +32,8 @@
 namespace
 {
 
-/** What a call does with the space of a disk, and whether it can be done by half. */
-enum class Kind { Asks, TakesSpace, Reads, Writes };
+/** What a call does with a disk, and whether it can be done by half. */
+enum class Kind { Asks, Changes, TakesSpace, Reads, Writes };
 
 struct Fault {
     std::atomic<std::size_t> hash{0};
@@ -77,7 +77,7 @@ void report(const char* function)
 
 bool isCounted(const Fault& fault, const char* function, Kind kind)
 {
-    const bool changes = kind == Kind::TakesSpace || kind == Kind::Writes;
+    const bool changes = kind != Kind::Asks && kind != Kind::Reads;
     const bool isPartial = kind == Kind::Reads || kind == Kind::Writes;
     const bool isMeant = fault.counted[0] == '\0' || std::strcmp(fault.counted, function) == 0 ||
                          (changes && std::strcmp(fault.counted, "change") == 0);
@@ -161,11 +161,11 @@ FAULTY_CALL(kindOfOpening(c), -1, openat)
 FAULTY_CALL(kindOfOpening(c), -1, openat64)
 FAULTY_CALLS(Kind::TakesSpace, fdatasync, fsetxattr, fsync, ftruncate, ftruncate64)
 FAULTY_CALLS(Kind::TakesSpace, link, linkat, mkdir, rename, renameat2)
-FAULTY_CALLS(Kind::Asks, access, chmod, fchmod, fchown, fcntl)
-FAULTY_CALLS(Kind::Asks, fcntl64, flock, fremovexattr, fstat, fstat64)
-FAULTY_CALLS(Kind::Asks, fstatfs, futimens, getxattr, listxattr, lstat)
-FAULTY_CALLS(Kind::Asks, lstat64, readlink, readlinkat, rmdir, stat)
-FAULTY_CALLS(Kind::Asks, stat64, statx, unlink, unlinkat, utimensat)
+FAULTY_CALLS(Kind::Changes, chmod, fchmod, fchown, fremovexattr, futimens)
+FAULTY_CALLS(Kind::Changes, rmdir, unlink, unlinkat, utimensat, fchownat)
+FAULTY_CALLS(Kind::Asks, access, fcntl, fcntl64, flock, fstat)
+FAULTY_CALLS(Kind::Asks, fstat64, fstatfs, getxattr, listxattr, lstat)
+FAULTY_CALLS(Kind::Asks, lstat64, readlink, stat, stat64, statx)
 FAULTY_CALL(Kind::Asks, 0, opendir)
 FAULTY_CALL(Kind::Asks, 0, readdir64)
 FAULTY_CALL(Kind::Asks, 0, realpath)
