@@ -131,8 +131,8 @@ void InterruptedEditsTest::loseNothing_data()
     QStringList faults = {"kill change",  "EIO change",  "EIO readdir64",
                           "ENOSPC write", "EINTR write", "short write"};
     if (isLong()) // between two changes a killed edit leaves what the first of them left
-        faults = QStringList{"kill change", "EIO",   "gone change",
-                             "EINTR",       "short", "ENOSPC change"};
+        faults =
+            QStringList{"kill change", "EIO", "gone change", "EINTR", "short", "ENOSPC change"};
     for (const char* words :
          {"set DIR en_US M --text new", "set DIR de --batch DIR/batch",
           "rename DIR M O/P --short-folder short", "import DIR DIR/de.po DIR/fr.po",
