@@ -1,17 +1,13 @@
 #include "PoReader.h"
 
 #include "ExchangeEncoding.h"
+#include "PoContext.h"
 #include "VisibleControls.h"
 
 namespace
 {
 
 using State = ExchangeUnit::State;
-
-QString shortMark()
-{
-    return QStringLiteral(" (short text)");
-}
 
 /** Reads digits of an escape, and goes behind them. */
 ushort readCode(const QString& line, QString::size_type& index, int base, int mostDigits)
@@ -61,21 +57,6 @@ QString::size_type skipBlanks(const QString& line, QString::size_type index)
 }
 
 } // namespace
-
-QString PoContext::write(const QString& url, bool isShort)
-{
-    QString context = showControls(url);
-    // A URL that ends as the mark of short texts does is told from them by its last character.
-    if (context.endsWith(shortMark()))
-        context = context.chopped(1) + codeOf(context.back());
-    return isShort ? context + shortMark() : context;
-}
-
-void PoContext::read(const QString& context, ExchangeUnit& unit)
-{
-    unit.isShort = context.endsWith(shortMark());
-    unit.url = hideControls(unit.isShort ? context.chopped(shortMark().size()) : context);
-}
 
 std::optional<ExchangeFault> PoReader::read(const QByteArray& bytes)
 {
