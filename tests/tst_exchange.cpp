@@ -127,24 +127,32 @@ private Q_SLOTS:
     {
         addTable(R"(
         format | bytes                                                   | found
-        xliff  | UNIT id="A%2Fb"><source>s</source><target>t</target>    | A/b=t(s) translated
+        xliff  | UNIT id="A%2Fb"><source>s</source><target>t</target>    | A/b=t(s) unknown
+        xliff  | UNIT id="A" approved="yes"><source>s</source><target>t</target> | A=t(s) translated
+        xliff  | UNIT id="A" approved="no"><source>s</source><target state="needs-translation">t</target> | A=t(s) stale
+        xliff  | UNIT id="A" approved="no"><source>s</source><target state="final">t</target> | A=t(s) unknown
+        xliff  | UNIT id="A"><source>s</source><target>t</target><note>n<x/></note> | A=t(s) unknown
         xliff  | UNIT id="A"><source>s</source>                          | A=(s) missing
         xliff  | UNIT id="A"><source>s</source><target state="needs-review-l10n">t</target> | A=t(s) stale
-        xliff  | UNIT id="A"><source>a<g id="1">b</g></source><target><![CDATA[<]]></target> | A=<(ab) translated
+        xliff  | UNIT id="A"><source>a<g id="1">b</g></source><target><![CDATA[<]]></target> | A=<(ab) unknown
         xliff  | UNIT id="A"><source>a<x id="1"/></source><target>t</target> | A: holds <x>
         xliff  | UNIT id="1" resname="A"><source>s</source><target/>     | A=(s) missing
         po     | msgctxt "A"\nmsgid ""\n"s"\n"2"\nmsgstr "\x41\101"      | A=AA(s2) translated
+        po     | msgctxt "A"\nmsgid "s"\nmsgstr "\303\xbc\n"           | A=ü\n(s) translated
         po     | #, c-format, fuzzy\n#\v msgid "o"\nmsgctxt "A"\nmsgid "s"\nmsgstr "t" | A=t(s) stale
         po     | #~ msgid "o"\n\nmsgctxt "A"\r\nmsgid "s"\r\nmsgstr "t"\r\n | A=t(s) translated
         po     | msgid "s"\nmsgstr "t"                                   | an entry without msgctxt
         po     | msgctxt "A"\nmsgid "s"\nmsgid_plural "p"\nmsgstr[0] "t" | an entry with plural forms
         tsv    | URL→en→de\nA→s→t                                        | A=t(s) unknown
-        tsv    | de→URL→en\r\nt→A→"s\r\n2"\r\n\r\n                       | A=s\n2(t) unknown
-        tsv    | URL→en→de\nA→s                                          | A=(s) unknown
+        tsv    | de→URL→en\r\n"t\r\n2"→A→s\r\n\r\n                       | A=t\n2(s) unknown
+        tsv    | URL→de→seen by→en→comment\nA→t→x→s\n                   | A=t(s) unknown
+        tsv    | URL→en→de\nA→s\n                                        | A=(s) unknown
+        tsv    | URL→en→de\nA→s                                          | 2:1 the file is cut off in this row, which has 2 of 3
         tsv    | URL→en→de\nA→'=s→''t                                    | A=''t(=s) unknown
         tsv    | UTF16 URL→en→de\nA→s→t                                  | A=t(s) unknown
         xliff  |                                                         | 1:1 Premature end of document
         xliff  | <a/>                                                    | 1:5 found <a>, expected <xliff>
+        xliff  | <xliff version="2.0"><file id="f"/>                     | 1:22 it is of version 2.0. Save it as XLIFF 1.2
         xliff  | <xliff><file>\n<body>                                   | 2:7 Premature end of document
         xliff  | <xliff><file><trans-unit id="a"><source>a               | 1:42 Premature end of document
         xliff  | <xliff>&e;</xliff>                                      | 1:11 Entity 'e' not declared
@@ -158,6 +166,8 @@ private Q_SLOTS:
         po     | msgid "a"\nmsgstr "\y"                                  | 2:9 the backslash begins nothing
         po     | msgid "a"\nmsgstr b                                     | 2:1 found 'msgstr b', expected msgctxt
         po     | "a"                                                     | 1:1 found a text that belongs to nothing
+        po     | msgctxt "A"\nmsgid "s"\nmsgstr "\303x"                | 3:9 the backslash begins nothing
+        po     | # nothing                                               | 1:1 is empty
         po     | mgsid "a"                                               | 1:1 found 'mgsid', expected msgctxt
         po     | msgctxt "a"\n\nmsgid "b"\n                              | 1:1 an entry needs both msgid and msgstr
         po     | \xff                                                    | 0:0 is not encoded in UTF-8
@@ -182,6 +192,7 @@ private Q_SLOTS:
         const QByteArray bytes =
             isUtf16 ? QTextCodec::codecForName("UTF-16")->fromUnicode(text.mid(6)) : text.toUtf8();
         ExchangeFile file;
+        file.baseLanguage = "en";
         const ExchangeFormat* format = ExchangeFormat::byName(cell("format"));
         const auto fault = format->read(QByteArray(bytes).replace("\\xff", "\xff"), file);
         QVERIFY(fault || file.units.size() + file.unusable.size() == 1);

@@ -120,7 +120,7 @@ private Q_SLOTS:
         A=a;B=- | --language de -o DIR/x.po              | x.po  | #, qt-format\nmsgctxt "B"
         A=a;B=- | --language de -o DIR/x.po              | x.po  | #. At most 12 characters.\nmsgctxt "A"
         A=a;B=- | --language de -o DIR/x.po              |       | x.po: 2 texts of de, 1 missing, 0 stale
-        A=a;B=- | --language de -o DIR/x.po --only missing |     | x.po: 1 texts of de, 1 missing, 0 stale
+        A=a;B=- | --language de -o DIR/x.po --only missing |     | x.po: 1 text of de, 1 missing, 0 stale
         A=a;B=- | --language de -o DIR/x.po --only stale |       | x.po: 0 texts of de
         A=a     | --language de -o DIR/x.xlf             | x.xlf | id="A" resname="A" approved="yes" maxwidth="12"
         A=a     | --language de -o DIR/x.xlf             | x.xlf | size-unit="char" xml:space="preserve"
@@ -151,18 +151,19 @@ private Q_SLOTS:
     {
         addTable(R"(
         de        | rows                         | options       | exit | after    | message
-        A=a;B=b 1 | A→base a→neu                 |               | 0 | A=neu;B=b 1 | x.tsv: 1 texts written to de, 0
-        A=a       | A→base a→neu                 | --dry-run     | 0 | A=a         | 1 texts would be written to de
+        A=a;B=b 1 | A→base a→neu                 |               | 0 | A=neu;B=b 1 | x.tsv: 1 text written to de, 0
+        A=a       | A→base a→neu                 | --dry-run     | 0 | A=a         | 1 text would be written to de
         A=a       | A→base a→→new comment\nA→    |               | 0 | A=a         | 0 texts written
         A=a       | A→old a→neu                  |               | 2 | A=a         | x.tsv:2:1: A: the base text has
-        A=a       | A→old a→neu                  | --stale       | 0 | A=neu       | 1 texts written
+        A=a       | A→old a→neu                  | --stale       | 0 | A=neu       | 1 text written
         A=a       | A→base a→a\nG→gone→weg       |               | 1 | A=a         | x.tsv:3:1: G: is gone: 'en_US'
-        A=a       | G→gone→weg                   |               | 2 | A=a         | 0 are there already, 1 left out
+        A=a       | G→gone→weg                   |               | 2 | A=a         | 0 there already, 1 left out
         A=a       | B→base b %1→neu              |               | 2 | A=a         | x.tsv:2:1: B: The text lacks %1.
-        A=a       | B→base b %1→neu              | --force       | 0 | A=a;B=neu   | 1 texts written
+        A=a       | B→base b %1→neu              | --force       | 0 | A=a;B=neu   | 1 text written
         A=a       | A→base a→{n, plural, one {x} |               | 2 | A=a         | The message cannot be formatted
+        A=a       | A→base a→"﻿x"                 |               | 0 | A=x         | 1 text written
         A=a       | A→base a→␛{D800}             |               | 2 | A=a         | could not be read again
-        A=a       | A→base a→"a \ ""b"""         |               | 0 | A=a \ "b"   | 1 texts written
+        A=a       | A→base a→"a \ ""b"""         |               | 0 | A=a \ "b"   | 1 text written
         A=a       | A→base a→neu\nA→base a→neuer |               | 1 | A=neu       | x.tsv:3:1: A: stands there twice
         A=a       | A→base a→neu→→kurz           |               | 1 | A=neu       | short text of A: name the folder
         A=a       | A→base a→neu→→kurz           | --short-folder s | 0 | A=neu    | x.tsv: 2 texts written to de
@@ -186,7 +187,7 @@ private Q_SLOTS:
         files.write("de", german);
         writeFile(files, "bomb.xlf", "<!DOCTYPE x [<!ENTITY e 'x'>]><xliff/>");
         writeFile(files, "fuzzy.po", poFile("#, fuzzy\n", "base a", "neu"));
-        writeFile(files, "x.tsv", "URL\ten_US\tde\tcomment\tshort text\n" + cell("rows").toUtf8());
+        writeFile(files, "x.tsv", "URL\ten_US\tde\tcomment\tshort text\n" + cell("rows").toUtf8() + "\n");
         const QString words = cell("rows").isEmpty() ? "import DIR " : "import DIR DIR/x.tsv ";
         const ToolRun run(files.words((words + cell("options")).simplified()));
         compareWithRow(run, files);
@@ -231,6 +232,7 @@ private Q_SLOTS:
         mark DIR de A --current                      | 0    | 1     | marked A\n                         |
         mark DIR de A --current --short-folder short | 0    | 0     | marked A\nmarked short text of A\n |
         mark DIR de B --current --short-folder short | 1    | 2     | | B: there is no text
+        mark DIR en_US A --current                   | 2    | 2     | | 'en_US' is the base, which is not
         )");
     }
     void marksShortTexts()
@@ -264,6 +266,10 @@ private Q_SLOTS:
         en_US A=new; export DIR --language de -o DIR/x.po; import DIR DIR/x.po     | base a
         en_US A=new; export DIR --language de -o DIR/x.tsv; import DIR DIR/x.tsv   | base a
         en_US A=new; import DIR DIR/confirmed.po                                   |
+        en_US A=new; import DIR DIR/fuzzy.po --stale                               | base a
+        en_US A=new; import DIR DIR/memory.xlf --stale                             | base a
+        import DIR DIR/older.po --stale                                            | older
+        en_US A=new; remove DIR en_US A; set DIR en_US A --text newer --comment c  | base a
         en_US A=new; import DIR DIR/new.po                                         |
         en_US A=new; import DIR DIR/old.po --stale                                 | base a
         en_US A=new; rename DIR A N; de B=b2; rename DIR N A                       | base a
@@ -280,6 +286,12 @@ private Q_SLOTS:
         writeFile(files, "confirmed.po", poFile("", "new", "a"));
         writeFile(files, "new.po", poFile("", "new", "neu"));
         writeFile(files, "old.po", poFile("", "base a", "neu"));
+        writeFile(files, "older.po", poFile("", "older", "neu"));
+        writeFile(files, "fuzzy.po", poFile("#, fuzzy\n", "new", "neu"));
+        writeFile(files, "memory.xlf", R"(<xliff><file target-language="de"><trans-unit id="A">
+            <source>new</source><target state="needs-review-translation">neu</target>
+            <alt-trans alttranstype="proposal"><source>other</source><target>o</target></alt-trans>
+            </trans-unit></file></xliff>)");
         for (const QString& command : cell("commands").split("; ")) {
             QString words = command;
             words.replace(QRegularExpression("^(short/)?(\\w+) (\\w)=(\\S+)$"),

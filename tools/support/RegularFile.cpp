@@ -42,6 +42,16 @@ FileContent readAll(int descriptor, off_t expectedSize)
     }
 }
 
+FileContent readOpened(int descriptor)
+{
+    struct stat status = {};
+    if (::fstat(descriptor, &status) != 0)
+        return {std::nullopt, lastError()};
+    if (!S_ISREG(status.st_mode))
+        return {std::nullopt, QStringLiteral("it is no regular file")};
+    return readAll(descriptor, status.st_size);
+}
+
 } // namespace
 
 FileContent readRegularFile(const QString& path)
@@ -50,14 +60,7 @@ FileContent readRegularFile(const QString& path)
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (descriptor < 0)
         return {std::nullopt, lastError()};
-    struct stat status = {};
-    FileContent content;
-    if (::fstat(descriptor, &status) != 0)
-        content.error = lastError();
-    else if (!S_ISREG(status.st_mode))
-        content.error = QStringLiteral("it is no regular file");
-    else
-        content = readAll(descriptor, status.st_size);
+    FileContent content = readOpened(descriptor);
     ::close(descriptor);
     return content;
 }
