@@ -45,6 +45,12 @@ public:
     }
 };
 
+/** What pick reads. */
+QByteArray object()
+{
+    return EvilFolder::filled(R"({"POSIX": "EVIL", "de_DE": "EVIL", "EVIL": 1})", true).toUtf8();
+}
+
 } // namespace
 
 class ReliabilityTerminalsTest : public QObject
@@ -102,6 +108,9 @@ void ReliabilityTerminalsTest::showsNoControls_data()
         keys DIR --header DIR/EVIL.h
         usage DIR DIR/EVIL.cpp --unused
         pack DIR -o DIR/packed-EVIL --drop-comments
+        pick --language de_DE
+        pick --language EVIL
+        watch DIR EVIL X-EVIL --once
         translate DIR DIR/data-EVIL --data-type SystemInformationData
         translate DIR DIR/broken-EVIL.json --data-type SystemInformationData
     )");
@@ -112,7 +121,7 @@ void ReliabilityTerminalsTest::showsNoControls()
     const EvilFolder folder;
     const EvilFolder same;
     const QString command = EvilFolder::filled(cell("command"));
-    QString shown = QString::fromUtf8(outputOnTerminal(folder.words(command)));
+    QString shown = QString::fromUtf8(outputOnTerminal(folder.words(command), object()));
     // Of the tool itself: colours, and the line of progress that is written anew.
     shown.remove(QRegularExpression("\x1b\\[[0-9;]*m|\r\x1b\\[K|\r(?=\n)"));
     QVERIFY2(!shown.isEmpty(), "nothing was shown");
@@ -122,7 +131,7 @@ void ReliabilityTerminalsTest::showsNoControls()
                  qPrintable(shown));
     // Into a pipe, the same is exact; in JSON, it is in escapes there, too.
     const QString escaped = "\\u001b]0;x\\u0007";
-    const ToolRun run(same.words(command));
+    const ToolRun run(same.words(command), object());
     const QString piped = run.output() + run.messages();
     QCOMPARE(shown.contains(escaped), piped.contains(evil) || piped.contains(escaped));
     QVERIFY(piped.contains(evil) || command.contains("--format") || !shown.contains(escaped));

@@ -16,18 +16,18 @@
 //
 // Each fault is added as a line to the file that TEXTMANAGER_FAULT_REPORT names.
 
-// No header that declares the functions below: these have to be their only declarations.
 #include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <string_view>
 
 #include <dlfcn.h>
 #include <sys/syscall.h>
-
-extern "C" long syscall(long number, ...) noexcept;
+#include <unistd.h>
 
 namespace
 {
@@ -36,7 +36,7 @@ namespace
 enum class Kind { Asks, TakesSpace, Reads, Writes };
 
 struct Fault {
-    std::atomic<unsigned long> hash{0};
+    std::atomic<std::size_t> hash{0};
     std::atomic<long> call{0};
     std::atomic<long> count{0};
     char name[8] = "";
@@ -45,20 +45,12 @@ struct Fault {
     bool is(const char* other) const { return std::strcmp(name, other) == 0; }
 };
 
-unsigned long hashOf(const char* text)
-{
-    unsigned long hash = 5381;
-    for (; *text != '\0'; ++text)
-        hash = hash * 33 + static_cast<unsigned char>(*text);
-    return hash;
-}
-
 /** The fault that is wanted now. */
 Fault& currentFault()
 {
     static Fault fault;
     const char* wanted = std::getenv("TEXTMANAGER_FAULT");
-    const unsigned long hash = wanted != nullptr ? hashOf(wanted) : 0;
+    const std::size_t hash = wanted != nullptr ? std::hash<std::string_view>()(wanted) : 0;
     if (fault.hash.exchange(hash) != hash) {
         long call = 0;
         fault.counted[0] = '\0';
@@ -115,89 +107,78 @@ bool isDoneByHalf()
     return currentFault().is("short");
 }
 
-template<typename Function>
+using Call = long(long, long, long, long, long, long);
+
+template<typename Function = Call>
 Function* next(const char* name)
 {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
 /** Whether a file that is opened so may be a new one. */
-Kind kindOfOpening(int flags)
+Kind kindOfOpening(long flags)
 {
-    constexpr int create = 0100;
-    constexpr int unnamed = 020000000;
+    constexpr long create = 0100;
+    constexpr long unnamed = 020000000;
     return (flags & (create | unnamed)) != 0 ? Kind::TakesSpace : Kind::Asks;
 }
 
 } // namespace
 
-#define FAULTY_CALL(kind, result, failure, name, parameters, arguments)                            \
-    extern "C" result name parameters                                                              \
+// Numbers and pointers come in the same places as the parameters here, however many a call has, and
+// its result goes back in the place of theirs. The names are those of the linker alone: headers
+// declare the calls with other parameters.
+#define FAULTY_CALL(kind, failure, name)                                                           \
+    extern "C" long faulty_##name(long a, long b, long c, long d, long e, long f) __asm__(#name);  \
+    long faulty_##name(long a, long b, long c, long d, long e, long f)                             \
     {                                                                                              \
-        static auto* const original = next<result parameters>(#name);                              \
-        return isFaulty(#name, kind) ? failure : original arguments;                               \
+        static auto* const original = next(#name);                                                 \
+        return isFaulty(#name, kind) ? failure : original(a, b, c, d, e, f);                       \
     }
 
-#define FAULTY_TRANSFER(kind, name, bytes)                                                         \
-    extern "C" long name(int file, bytes data, unsigned long size)                                 \
+#define FAULTY_CALLS(kind, one, two, three, four, five)                                            \
+    FAULTY_CALL(kind, -1, one)                                                                     \
+    FAULTY_CALL(kind, -1, two)                                                                     \
+    FAULTY_CALL(kind, -1, three)                                                                   \
+    FAULTY_CALL(kind, -1, four)                                                                    \
+    FAULTY_CALL(kind, -1, five)
+
+#define FAULTY_TRANSFER(kind, name)                                                                \
+    extern "C" long faulty_##name(int file, void* data, unsigned long size) __asm__(#name);        \
+    long faulty_##name(int file, void* data, unsigned long size)                                   \
     {                                                                                              \
-        static auto* const original = next<long(int, bytes, unsigned long)>(#name);                \
+        static auto* const original = next<long(int, void*, unsigned long)>(#name);                \
         if (!isFaulty(#name, kind))                                                                \
             return original(file, data, size);                                                     \
         return isDoneByHalf() ? original(file, data, (size + 1) / 2) : -1;                         \
     }
 
-// What takes a variable number of arguments gets them in the same places as these.
-FAULTY_CALL(kindOfOpening(b), int, -1, open, (const char* a, int b, unsigned c), (a, b, c))
-FAULTY_CALL(kindOfOpening(b), int, -1, open64, (const char* a, int b, unsigned c), (a, b, c))
-FAULTY_CALL(kindOfOpening(c), int, -1, openat, (int a, const char* b, int c, unsigned d),
-            (a, b, c, d))
-FAULTY_CALL(kindOfOpening(c), int, -1, openat64, (int a, const char* b, int c, unsigned d),
-            (a, b, c, d))
-FAULTY_TRANSFER(Kind::Reads, read, void*)
-FAULTY_TRANSFER(Kind::Writes, write, const void*)
-FAULTY_CALL(Kind::TakesSpace, int, -1, ftruncate, (int a, long b), (a, b))
-FAULTY_CALL(Kind::TakesSpace, int, -1, ftruncate64, (int a, long b), (a, b))
-FAULTY_CALL(Kind::TakesSpace, int, -1, fsync, (int a), (a))
-FAULTY_CALL(Kind::TakesSpace, int, -1, fdatasync, (int a), (a))
-FAULTY_CALL(Kind::TakesSpace, int, -1, mkdir, (const char* a, unsigned b), (a, b))
-FAULTY_CALL(Kind::TakesSpace, int, -1, link, (const char* a, const char* b), (a, b))
-FAULTY_CALL(Kind::TakesSpace, int, -1, linkat, (int a, const char* b, int c, const char* d, int e),
-            (a, b, c, d, e))
-FAULTY_CALL(Kind::TakesSpace, int, -1, rename, (const char* a, const char* b), (a, b))
-FAULTY_CALL(Kind::TakesSpace, int, -1, renameat2,
-            (int a, const char* b, int c, const char* d, unsigned e), (a, b, c, d, e))
-FAULTY_CALL(Kind::TakesSpace, int, -1, fsetxattr,
-            (int a, const char* b, const void* c, unsigned long d, int e), (a, b, c, d, e))
-FAULTY_CALL(Kind::Asks, int, -1, unlink, (const char* a), (a))
-FAULTY_CALL(Kind::Asks, int, -1, rmdir, (const char* a), (a))
-FAULTY_CALL(Kind::Asks, int, -1, chmod, (const char* a, unsigned b), (a, b))
-FAULTY_CALL(Kind::Asks, int, -1, fchmod, (int a, unsigned b), (a, b))
-FAULTY_CALL(Kind::Asks, int, -1, fchown, (int a, unsigned b, unsigned c), (a, b, c))
-FAULTY_CALL(Kind::Asks, int, -1, fremovexattr, (int a, const char* b), (a, b))
-FAULTY_CALL(Kind::Asks, long, -1, getxattr,
-            (const char* a, const char* b, void* c, unsigned long d), (a, b, c, d))
-FAULTY_CALL(Kind::Asks, long, -1, listxattr, (const char* a, char* b, unsigned long c), (a, b, c))
-FAULTY_CALL(Kind::Asks, int, -1, futimens, (int a, const void* b), (a, b))
-FAULTY_CALL(Kind::Asks, int, -1, flock, (int a, int b), (a, b))
-FAULTY_CALL(Kind::Asks, int, -1, fcntl, (int a, int b, void* c), (a, b, c))
-FAULTY_CALL(Kind::Asks, int, -1, fcntl64, (int a, int b, void* c), (a, b, c))
-FAULTY_CALL(Kind::Asks, int, -1, access, (const char* a, int b), (a, b))
-FAULTY_CALL(Kind::Asks, int, -1, stat, (const char* a, void* b), (a, b))
-FAULTY_CALL(Kind::Asks, int, -1, stat64, (const char* a, void* b), (a, b))
-FAULTY_CALL(Kind::Asks, int, -1, lstat, (const char* a, void* b), (a, b))
-FAULTY_CALL(Kind::Asks, int, -1, lstat64, (const char* a, void* b), (a, b))
-FAULTY_CALL(Kind::Asks, int, -1, fstat, (int a, void* b), (a, b))
-FAULTY_CALL(Kind::Asks, int, -1, fstat64, (int a, void* b), (a, b))
-FAULTY_CALL(Kind::Asks, int, -1, fstatfs, (int a, void* b), (a, b))
-FAULTY_CALL(Kind::Asks, int, -1, statx, (int a, const char* b, int c, unsigned d, void* e),
-            (a, b, c, d, e))
-FAULTY_CALL(Kind::Asks, void*, nullptr, opendir, (const char* a), (a))
-FAULTY_CALL(Kind::Asks, void*, nullptr, readdir64, (void* a), (a))
-FAULTY_CALL(Kind::Asks, char*, nullptr, realpath, (const char* a, char* b), (a, b))
-FAULTY_CALL(Kind::Asks, long, -1, readlink, (const char* a, char* b, unsigned long c), (a, b, c))
-FAULTY_CALL(Kind::Asks, void*, reinterpret_cast<void*>(-1), mmap64,
-            (void* a, unsigned long b, int c, int d, int e, long f), (a, b, c, d, e, f))
+FAULTY_TRANSFER(Kind::Reads, read)
+FAULTY_TRANSFER(Kind::Writes, write)
+FAULTY_CALL(kindOfOpening(b), -1, open)
+FAULTY_CALL(kindOfOpening(b), -1, open64)
+FAULTY_CALL(kindOfOpening(c), -1, openat)
+FAULTY_CALL(kindOfOpening(c), -1, openat64)
+FAULTY_CALLS(Kind::TakesSpace, fdatasync, fsetxattr, fsync, ftruncate, ftruncate64)
+FAULTY_CALLS(Kind::TakesSpace, link, linkat, mkdir, rename, renameat2)
+FAULTY_CALLS(Kind::Asks, access, chmod, fchmod, fchown, fcntl)
+FAULTY_CALLS(Kind::Asks, fcntl64, flock, fremovexattr, fstat, fstat64)
+FAULTY_CALLS(Kind::Asks, fstatfs, futimens, getxattr, listxattr, lstat)
+FAULTY_CALLS(Kind::Asks, lstat64, readlink, readlinkat, rmdir, stat)
+FAULTY_CALLS(Kind::Asks, stat64, statx, unlink, unlinkat, utimensat)
+FAULTY_CALL(Kind::Asks, 0, opendir)
+FAULTY_CALL(Kind::Asks, 0, readdir64)
+FAULTY_CALL(Kind::Asks, 0, realpath)
+
+extern "C" void* faulty_mmap64(void* a, unsigned long b, int c, int d, int e,
+                               long long f) __asm__("mmap64");
+void* faulty_mmap64(void* a, unsigned long b, int c, int d, int e, long long f)
+{
+    static auto* const original =
+        next<void*(void*, unsigned long, int, int, int, long long)>("mmap64");
+    return isFaulty("mmap64", Kind::Asks) ? reinterpret_cast<void*>(-1)
+                                          : original(a, b, c, d, e, f);
+}
 
 // What is closed is closed, whatever the call says.
 extern "C" int close(int file)

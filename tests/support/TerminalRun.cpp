@@ -6,22 +6,24 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-QByteArray outputOnTerminal(const QStringList& arguments)
+QByteArray outputOnTerminal(const QStringList& arguments, const QByteArray& input)
 {
-    QVector<QByteArray> words{TEXTMANAGER_PROGRAM};
-    for (const QString& argument : arguments)
-        words.append(argument.toUtf8());
-    QVector<char*> pointers;
-    for (QByteArray& word : words)
-        pointers.append(word.data());
-    pointers.append(nullptr);
-
+    int pipe[2];
+    if (::pipe(pipe) != 0 || ::write(pipe[1], input.constData(), size_t(input.size())) < 0)
+        qFatal("there is no pipe");
     int terminal = -1;
     const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+    ::close(pipe[1]);
     if (child == 0) {
-        ::execv(pointers.first(), pointers.data());
+        QVector<char*> words; // which end with the child, when it becomes the program
+        for (const QString& word : QStringList(TEXTMANAGER_PROGRAM) + arguments)
+            words.append(qstrdup(qUtf8Printable(word)));
+        words.append(nullptr);
+        ::dup2(pipe[0], STDIN_FILENO);
+        ::execv(words.first(), words.data());
         ::_exit(127);
     }
+    ::close(pipe[0]);
     if (child < 0)
         qFatal("there is no pseudo terminal");
     QByteArray output;

@@ -130,6 +130,8 @@ QString FolderPack::pack(const QString& source)
         m_Packed = std::make_unique<QTemporaryDir>(
             output.dir().filePath(QStringLiteral(".%1.XXXXXX").arg(output.fileName())));
     }
+    if (!m_Packed->isValid()) // its path is empty: that would be the working directory
+        return notWritten(m_Request.outputPath, m_Packed->errorString());
     const QByteArray bytes = find(source)->document.tree().bytes();
     // As the library reads it: in text mode, which knows no carriage returns.
     const QByteArray text = QByteArray(bytes).replace('\r', QByteArray());
