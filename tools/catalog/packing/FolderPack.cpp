@@ -2,7 +2,6 @@
 
 #include "FileCheck.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -12,7 +11,9 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <tuple>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
@@ -21,6 +22,18 @@ namespace
 QString notWritten(const QString& path, const QString& reason)
 {
     return QStringLiteral("%1: cannot be written: %2.").arg(path, reason);
+}
+
+timespec modificationTimeOf(const QString& path)
+{
+    struct stat status = {};
+    ::stat(QFile::encodeName(path).constData(), &status);
+    return status.st_mtim;
+}
+
+bool isEarlier(const timespec& one, const timespec& other)
+{
+    return std::tie(one.tv_sec, one.tv_nsec) < std::tie(other.tv_sec, other.tv_nsec);
 }
 
 } // namespace
@@ -173,19 +186,20 @@ QString FolderPack::publish()
 
 QString FolderPack::putInPlace() const
 {
-    // The newest of the files that went into it, so that the same files make the same pack.
-    QDateTime newest;
+    // The newest of the files that went into it, so that the same files make the same pack; to the
+    // nanosecond, else Make would find the pack older than they are.
+    timespec newest = {};
     for (const PackedFile& file : qAsConst(m_Files))
-        newest = std::max(newest, QFileInfo(find(file.file)->path).lastModified());
+        newest = std::max(newest, modificationTimeOf(find(file.file)->path), isEarlier);
+    const timespec times[] = {{0, UTIME_OMIT}, newest};
 
     for (const PackedFile& file : qAsConst(m_Files)) {
         const QString from = QDir(packedPath()).filePath(file.file);
         const QString to = QDir(m_Request.outputPath).filePath(file.file);
         QFile packedFile(from);
-        if (!packedFile.open(QIODevice::ReadWrite) ||
-            !packedFile.setFileTime(newest, QFileDevice::FileModificationTime))
+        if (!packedFile.open(QIODevice::ReadWrite))
             return notWritten(from, packedFile.errorString());
-        if (::fsync(packedFile.handle()) != 0)
+        if (::futimens(packedFile.handle(), times) != 0 || ::fsync(packedFile.handle()) != 0)
             return notWritten(from, QString::fromLocal8Bit(std::strerror(errno)));
         packedFile.close();
         if (!QDir().mkpath(QFileInfo(to).path()) ||
