@@ -55,7 +55,7 @@ void ToolPackingTest::packs_data()
         .. | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"text":"x"}},"text":"ü"}},"Header":{"language":"d"}}
         .. \n | de has 1 texts of languages that are not packed; they will be empty, or others.\n
         .. textmanager: without comments no URL is listed
-        pack DIR -o DIR/out --dry-run                   | 0 | | a dry run: nothing was written to
+        pack DIR -o DIR/a/b/out --dry-run               | 0 | | a dry run: nothing was written to
         pack DIR/faulty -o DIR/out                      | 2 | | de.json:1:19: malformed JSON
         pack DIR -o DIR/out --languages de,fr           | 2 | | there is no language 'fr'
         pack DIR -o DIR/short --languages de            | 2 |
@@ -72,14 +72,19 @@ void ToolPackingTest::packs()
 {
     const LanguageFiles files;
     writeFolder(files);
+    const auto listAll = [&] {
+        return QDir(files.path()).entryList(QDir::AllEntries | QDir::Hidden);
+    };
+    const QStringList before = listAll();
     const ToolRun run(files.words(cell("words")));
     QVERIFY2(run.says(cell("message")), qPrintable(run.messages()));
     QCOMPARE(QString::number(run.exitStatus()), cell("exit"));
     const QString name = cell("words").contains("/a/") ? "a/out/de" : "out/de";
     QCOMPARE(QString::fromUtf8(bytesOf(files.file(name))), cell("de"));
-    const QStringList remains =
-        QDir(files.path()).entryList({".*"}, QDir::AllEntries | QDir::Hidden);
-    QCOMPARE(remains, QStringList({".", ".."}));
+    QStringList after = listAll();
+    if (!cell("de").isEmpty())
+        after.removeOne(name.section('/', 0, 0));
+    QCOMPARE(after, before);
 }
 
 void ToolPackingTest::packsTheSameTwice()

@@ -24,6 +24,15 @@ QString notWritten(const QString& path, const QString& reason)
     return QStringLiteral("%1: cannot be written: %2.").arg(path, reason);
 }
 
+/** The folder of a file, or that above it which is there: on the same file system. */
+QDir nearestFolder(const QFileInfo& file)
+{
+    QFileInfo folder(file.path());
+    while (!folder.exists() && folder.path() != folder.filePath())
+        folder.setFile(folder.path());
+    return folder.filePath();
+}
+
 timespec modificationTimeOf(const QString& path)
 {
     struct stat status = {};
@@ -139,9 +148,8 @@ QString FolderPack::pack(const QString& source)
 {
     if (!m_Packed) {
         const QFileInfo output(QDir::cleanPath(m_Request.outputPath));
-        QDir().mkpath(output.path());
         m_Packed = std::make_unique<QTemporaryDir>(
-            output.dir().filePath(QStringLiteral(".%1.XXXXXX").arg(output.fileName())));
+            nearestFolder(output).filePath(QStringLiteral(".%1.XXXXXX").arg(output.fileName())));
     }
     if (!m_Packed->isValid()) // its path is empty: that would be the working directory
         return notWritten(m_Request.outputPath, m_Packed->errorString());
