@@ -25,6 +25,8 @@ void writeFolder(const LanguageFiles& files)
     files.write("en_US", R"({"Content": {"M": {"text": "m", "comment": ""}, "E": {"text": "e"}}})");
     files.write("short/de", R"({"Content": {"M": {"text": "s", "comment": "c"}}})");
     files.write("faulty/de", R"({"Content": {"M": }})");
+    QDir(files.path()).mkdir("links");
+    QFile::link("../short/de.json", files.file("links/de"));
 }
 
 } // namespace
@@ -58,10 +60,11 @@ void ToolPackingTest::packs_data()
         pack DIR -o DIR/a/b/out --dry-run               | 0 | | a dry run: nothing was written to
         pack DIR/faulty -o DIR/out                      | 2 | | de.json:1:19: malformed JSON
         pack DIR -o DIR/out --languages de,fr           | 2 | | there is no language 'fr'
-        pack DIR -o DIR/short --languages de            | 2 |
-        .. | short' holds something already. Empty it, or give --force.
-        pack DIR -o DIR/faulty --force --languages en_US | 2 | | faulty/de.json: is not of this pack
-        pack DIR -o DIR/faulty/.. --force               | 2 | | is the folder that is to be packed
+        pack DIR/short -o DIR                           | 2 | | holds something already. Empty it, or give --force.
+        pack DIR/short -o DIR --force                   | 2 | | en_US.json: is not of this pack
+        pack DIR -o DIR/faulty/.. --force               | 2 | | de.json: is to be packed, and would be
+        pack DIR -o DIR/short --languages de --force    | 2 | | short' is in the folder that is to be packed, and
+        pack DIR/links -o DIR/short --force             | 2 | | short/de.json: is to be packed, and would be
         pack DIR -o DIR/de.json                         | 2 | | is no folder
         pack DIR                                        | 2 | | --output DIR is missing
         pack DIR -o DIR/out --blank-comments --drop-comments | 2 | | exclude each other

@@ -80,11 +80,9 @@ QString FolderPack::findObstacle() const
     const QFileInfo output(m_Request.outputPath);
     if (output.exists() && !output.isDir())
         return QStringLiteral("'%1' is no folder.").arg(m_Request.outputPath);
-    const QDir folder(m_Request.folderPath);
-    if (output.exists() && (output.canonicalFilePath() == folder.canonicalPath() ||
-                            output.canonicalFilePath() ==
-                                QDir(folder.filePath(m_Request.shortFolder)).canonicalPath()))
-        return QStringLiteral("'%1' is the folder that is to be packed.").arg(m_Request.outputPath);
+    const QString loss = findOverwrittenInput();
+    if (!loss.isEmpty())
+        return loss;
     const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
     const QDir outputFolder(m_Request.outputPath);
     const bool isFree = outputFolder.isEmpty(all) || outputFolder.exists(unfinishedMark());
@@ -92,6 +90,33 @@ QString FolderPack::findObstacle() const
         return QStringLiteral("the folder '%1' holds something already. Empty it, or give --force.")
             .arg(m_Request.outputPath);
     return findForeignFile();
+}
+
+/** What would be lost of the folder that is to be packed. */
+QString FolderPack::findOverwrittenInput() const
+{
+    QString fault;
+    const QDir output(m_Request.outputPath);
+    if (!output.exists())
+        return fault;
+    QStringList inputs;
+    for (const CatalogFile& file : m_Catalog.files())
+        inputs.append(QFileInfo(file.path).canonicalFilePath());
+    for (const QString& source : sources()) {
+        const QFileInfo target(output.filePath(source));
+        if (target.exists() && inputs.contains(target.canonicalFilePath()))
+            return QStringLiteral("%1: is to be packed, and would be overwritten. Name another "
+                                  "folder with -o.")
+                .arg(target.filePath());
+    }
+    const QString folder = QDir(m_Request.folderPath).canonicalPath() + QLatin1Char('/');
+    const bool isInside = output.canonicalPath().startsWith(folder);
+    if (isInside && !output.exists(unfinishedMark()) &&
+        !listLanguageFiles(output.path(), fault).isEmpty())
+        return QStringLiteral("'%1' is in the folder that is to be packed, and holds language "
+                              "files, which could be its short texts. Name another folder with -o.")
+            .arg(m_Request.outputPath);
+    return fault;
 }
 
 QString FolderPack::findForeignFile() const
