@@ -342,12 +342,15 @@ void ToolExchangeTest::makesPseudoLanguages_data()
 {
     addTable(R"(
         words                               | exit | xx                          | message
-        pseudo DIR -o xx                    | 0 | A=[%1 <b>Šåvé</b> ļöŕ];M/C=[ÖĶ]     |
-        pseudo DIR -o xx --style urls       | 0 | A=A;M/C=M/C                      |
-        pseudo DIR -o xx --style widest     | 0 | A=%1 <b>Save</b>;M/C=保存        |
-        pseudo DIR -o xx --rtl --style urls | 0 | A=>A<;M/C=>M/C<                  |
+        pseudo DIR -o xx                    | 0
+        .. | A=[%1 <b>Šåvé</b> &amp; ļöŕém];M/C=[ÖĶ];N=[{n, plural,\n one {# fîļé} other {'{'å'}'}} ļöŕém îpšûm đö] |
+        pseudo DIR -o xx --style urls       | 0 | A=A;M/C=M/C;N=N                  |
+        pseudo DIR -o xx --style widest     | 0
+        .. | A=%1 <b>Save</b> &amp;;M/C=保存;N={n, plural,\n one {# file} other {'{'a'}'}} |
+        pseudo DIR -o xx --style widest --rtl | 0
+        .. | A=»%1 <b>Save</b> &amp;«;M/C=»保存«;N=»{n, plural,\n one {# file} other {'{'a'}'}}« |
         pseudo DIR -o de                    | 2 |                               | de.json: was not made by this command
-        pseudo DIR -o en_US                 | 2 |                                  | en_US.json: was not made by this
+        pseudo DIR -o POSIX                 | 2 |                                  | 'POSIX' answers where other
         pseudo DIR -o xx --base it          | 2 |                                  | there is no base language 'it'
         pseudo DIR --style urls             | 2 |                                  | --output is missing
     )");
@@ -356,22 +359,25 @@ void ToolExchangeTest::makesPseudoLanguages_data()
 void ToolExchangeTest::makesPseudoLanguages()
 {
     const LanguageFiles files;
-    const QByteArray german =
-        R"({"Content": {"M": {"childs": {"C": {"text": "保存", "comment": ""}}}}})";
+    const QByteArray german = R"({"Content": {"M": {"childs": {"C": {"text": "保存"}}}}})";
     files.write("de", german);
-    files.write("en_US", R"({"Content": {"A": {"text": "%1 <b>Save</b>", "comment": "c"},
-        "M": {"childs": {"C": {"text": "OK", "comment": ""}}}}})");
+    files.write("en_US", R"({"Content": {"A": {"text": "%1 <b>Save</b> &amp;", "comment": "c"},
+        "M": {"childs": {"C": {"text": "OK", "comment": ""}}},
+        "N": {"text": "{n, plural,\n one {# file} other {'{'a'}'}}", "comment": ""}}})");
     files.write("old", R"({"Header": {"pseudo": "urls"},
         "Content": {"A": {"text": "a very wide text indeed", "comment": ""}}})");
+    const QString record = files.path() + ".textmanager-base-texts";
+    LanguageFiles::writePath(record, "base\ten_US\nM/C\ten_US\told\n");
     for (int time = 0; time < 2; ++time) { // what it made itself it may replace
         const ToolRun run(files.words(cell("words")));
         QCOMPARE(run.exitStatus(), cell("exit").toInt());
         QVERIFY2(run.says(cell("message")), qPrintable(run.messages()));
         const QString texts =
-            cell("xx").replace('>', QString("\u200f\u202e")).replace('<', QString("\u202c\u200f"));
+            cell("xx").replace("»", QString("\u200f\u202e")).replace("«", QString("\u202c\u200f"));
         QCOMPARE(textsIn(files.file("xx")), cell("words").contains("--rtl") ? texts : cell("xx"));
     }
     QCOMPARE(bytesOf(files.file("de")), german);
+    QVERIFY2(!bytesOf(record).contains("\txx\t"), bytesOf(record).constData());
 }
 
 QTEST_GUILESS_MAIN(ToolExchangeTest)
