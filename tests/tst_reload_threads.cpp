@@ -105,7 +105,10 @@ private Q_SLOTS:
     void isReloadedByAReceiver();
 
 private:
-    static int rounds() { return qEnvironmentVariableIsSet("TEXTMANAGER_LONG_ATTACK") ? 2000 : 100; }
+    static int rounds()
+    {
+        return qEnvironmentVariableIsSet("TEXTMANAGER_LONG_ATTACK") ? 2000 : 100;
+    }
 
     std::unique_ptr<LanguageFiles> m_Files;
     std::unique_ptr<TextManagerBase> m_Manager;

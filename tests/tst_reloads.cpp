@@ -56,6 +56,9 @@ private Q_SLOTS:
         const LanguageFiles files;
         for (int i = 0; i < m_FileCount; ++i)
             files.write("l" + QString::number(i), randomContent());
+        const LanguageFiles elsewhere;
+        for (const QString name : {"late0", "late1"})
+            QFile::link(elsewhere.file(name), files.file(name));
         OpenTextManager manager(files.path(), "de_DE", "short");
         const OpenedFiles opened(files);
         for (int epoch = 0; epoch < 2 && !QTest::currentTestFailed(); ++epoch) {
@@ -65,6 +68,8 @@ private Q_SLOTS:
             opened.takeCount();
             manager.reloadLanguage();
             QCOMPARE(opened.takeCount(), 0);
+            elsewhere.write("late" + QString::number(epoch), randomContent());
+            manager.reloadAndCompare(files, capture); // a link is no longer dead
             for (int round = 0; round < 200 && !QTest::currentTestFailed(); ++round) {
                 change(files);
                 manager.reloadAndCompare(files, capture);

@@ -187,7 +187,8 @@ private Q_SLOTS:
         files.write("de", german);
         writeFile(files, "bomb.xlf", "<!DOCTYPE x [<!ENTITY e 'x'>]><xliff/>");
         writeFile(files, "fuzzy.po", poFile("#, fuzzy\n", "base a", "neu"));
-        writeFile(files, "x.tsv", "URL\ten_US\tde\tcomment\tshort text\n" + cell("rows").toUtf8() + "\n");
+        writeFile(files, "x.tsv",
+                  "URL\ten_US\tde\tcomment\tshort text\n" + cell("rows").toUtf8() + "\n");
         const QString words = cell("rows").isEmpty() ? "import DIR " : "import DIR DIR/x.tsv ";
         const ToolRun run(files.words((words + cell("options")).simplified()));
         compareWithRow(run, files);
@@ -317,33 +318,37 @@ private Q_SLOTS:
 
     void makesPseudoLanguages_data()
     {
-        // ">" and "<" stand for the marks around a text from right to left.
+        // "»" and "«" stand for the marks around a text from right to left.
         addTable(R"(
         style              | xx
-                           | A=[%1 <b>Šåvé</b> ļöŕ];M/C=[ÖĶ]
-         --style urls       | A=A;M/C=M/C
-         --style widest     | A=%1 <b>Save</b>;M/C=保存
-         --rtl --style urls | A=>A<;M/C=>M/C<
+                            | A=[%1 <b>Šåvé</b> &amp; ļöŕém];M/C=[ÖĶ];N=[{n, plural,
+         .. one {# fîļé} other {'{'å'}'}} ļöŕém îpšûm đö]
+         --style urls       | A=A;M/C=M/C;N=N
+         --style widest     | A=%1 <b>Save</b> &amp;;M/C=保存;N={n, plural, one {# file} other {'{'a'}'}}
+         --rtl --style urls | A=»A«;M/C=»M/C«;N=»N«
         )");
     }
     void makesPseudoLanguages()
     {
         const LanguageFiles files;
-        files.write("de",
-                    R"({"Content": {"M": {"childs": {"C": {"text": "保存", "comment": ""}}}}})");
-        files.write("en_US", R"({"Content": {"A": {"text": "%1 <b>Save</b>", "comment": "c"},
-            "M": {"childs": {"C": {"text": "OK", "comment": ""}}}}})");
+        files.write("de", R"({"Content": {"M": {"childs": {"C": {"text": "保存"}}}}})");
+        files.write("en_US", R"({"Content": {"A": {"text": "%1 <b>Save</b> &amp;", "comment": "c"},
+            "M": {"childs": {"C": {"text": "OK", "comment": ""}}},
+            "N": {"text": "{n, plural, one {# file} other {'{'a'}'}}", "comment": ""}}})");
         files.write("old", R"({"Header": {"pseudo": "urls"},
             "Content": {"A": {"text": "a very wide text indeed", "comment": ""}}})");
+        const QString record = files.path() + ".textmanager-base-texts";
+        LanguageFiles::writePath(record, "base\ten_US\nM/C\ten_US\told\n");
         const QString style = cell("style").isEmpty() ? QString() : ' ' + cell("style");
         QString texts = cell("xx");
         if (style.contains("--rtl"))
-            texts.replace('>', "\u200f\u202e").replace('<', "\u202c\u200f");
+            texts.replace("»", "\u200f\u202e").replace("«", "\u202c\u200f");
         for (int time = 0; time < 2; ++time) { // what it made itself it may replace
             const ToolRun run(files.words("pseudo DIR -o xx" + style));
             QVERIFY2(run.exitStatus() == 0, qPrintable(run.messages()));
             QCOMPARE(textsIn(files.file("xx")), texts);
         }
+        QVERIFY(!LanguageFiles::readPath(record).contains("\txx\t"));
     }
 };
 

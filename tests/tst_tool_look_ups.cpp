@@ -158,6 +158,9 @@ private Q_SLOTS:
         export DIR --language en_US -o DIR/x.xlf        | 'en_US' is the base, which is not translated
         export DIR --base it --language de_DE -o x.xlf  | there is no base language 'it' in DIR
         export DIR --language de_DE -o DIR/no/x.xlf     | cannot be written
+        export DIR --language de_DE -o DIR/en_US.json --as po | en_US.json is a file of the folder
+        export DIR --language de_DE -o - --as po        | cannot write to standard output
+        pseudo DIR -o POSIX                             | 'POSIX' answers where other
         export DIR --all-languages -o DIR/de_DE.json    | cannot be made a folder
         export DIR --all-languages --language de -o DIR | expected either --language or --all-languages
         export DIR --language de_DE                     | --output is missing
@@ -166,9 +169,6 @@ private Q_SLOTS:
         pseudo DIR --style urls                         | --output is missing
         pack DIR/faulty -o DIR/out                      | fr_FR.json:3:5: malformed JSON
         pack DIR -o DIR/out --languages de_DE,fr        | there is no language 'fr'
-        pack DIR -o DIR/short --languages de_DE         | short' holds something already. Empty it, or give --force.
-        pack DIR -o DIR/faulty --force --languages de_DE | faulty/fr_FR.json: is not of this pack
-        pack DIR -o DIR/faulty/.. --force --languages de_DE | is the folder that is to be packed
         pack DIR -o DIR/de_DE.json --languages de_DE    | is no folder
         pack DIR                                        | pack: --output
         pack DIR -o DIR/out --blank-comments --drop-comments | exclude each other

@@ -3,9 +3,12 @@
 #include "Table.h"
 #include "ToolRun.h"
 
-#include <QDateTime>
-#include <QFileInfo>
+#include <QDir>
+#include <QFile>
 #include <QTest>
+
+#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace
 {
@@ -16,6 +19,8 @@ void writeFolder(const LanguageFiles& files)
         "comment": "c", "childs": {"comment": {"text": "x", "comment": "y"}}}, "H": {"text": "h"}}})");
     files.write("en_US", R"({"Content": {"M": {"text": "m", "comment": ""}, "E": {"text": "e"}}})");
     files.write("short/de", R"({"Content": {"M": {"text": "s", "comment": "c"}}})");
+    QDir(files.path()).mkdir("links");
+    QFile::link("../short/de.json", files.file("links/de"));
 }
 
 } // namespace
@@ -31,42 +36,67 @@ private Q_SLOTS:
         words                           | de
         pack DIR -o DIR/out | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"y","text":"x"}},
         .. "comment":"c","text":"ü"}},"Header":{"language":"d"}}\n
-        pack DIR -o DIR/out --blank-comments | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"",
+        pack DIR -o DIR/a/out --blank-comments | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"",
         .. "text":"x"}},"comment":"","text":"ü"}},"Header":{"language":"d"}}\n
         pack DIR -o DIR/out --drop-comments --languages de | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{
         .. "text":"x"}},"text":"ü"}},"Header":{"language":"d"}}\n
-        pack DIR -o DIR/out --dry-run   |
+        pack DIR -o DIR/a/b/out --dry-run |
         )");
     }
     void packs()
     {
         const LanguageFiles files;
         writeFolder(files);
-        const int before = files.readAll().size();
+        const QStringList before = QDir(files.path()).entryList();
         const ToolRun run(files.words(cell("words")));
         QVERIFY2(run.exitStatus() == 0, qPrintable(run.messages()));
         QCOMPARE(run.says("de has 1 texts of languages that are not packed; they will be empty"),
                  cell("words").contains("--languages"));
         QCOMPARE(run.says("without comments no URL is listed"), cell("words").contains("drop"));
-        QCOMPARE(QString::fromUtf8(files.read("out/de")), cell("de"));
+        const QString name = cell("words").contains("/a/out") ? "a/out/de" : "out/de";
+        QCOMPARE(QString::fromUtf8(files.read(name)), cell("de"));
         if (cell("de").isEmpty())
-            QCOMPARE(files.readAll().size(), before);
+            QCOMPARE(QDir(files.path()).entryList(), before);
+    }
+
+    void refusesToDestroy_data()
+    {
+        addTable(R"(
+        words                                        | message
+        pack DIR/short -o DIR                        | holds something already. Empty it, or give --force.
+        pack DIR/short -o DIR --force                | en_US.json: is not of this pack
+        pack DIR -o DIR/short/.. --force             | de.json: is to be packed, and would be
+        pack DIR -o DIR/short --languages de --force | short' is in the folder that is to be packed, and
+        pack DIR/links -o DIR/short --force          | short/de.json: is to be packed, and would be
+        )");
+    }
+    void refusesToDestroy()
+    {
+        const LanguageFiles files;
+        writeFolder(files);
+        const auto before = files.readAll();
+        const ToolRun run(files.words(cell("words")));
+        QVERIFY2(run.says(cell("message")), qPrintable(run.messages()));
+        QCOMPARE(run.exitStatus(), 2);
+        QCOMPARE(files.readAll(), before);
     }
 
     void packsTheSameTwice()
     {
         const LanguageFiles files;
         writeFolder(files);
-        const QDateTime newest = QDateTime::fromSecsSinceEpoch(2'000'000'000);
-        QFile source(files.file("short/de"));
-        QVERIFY(source.open(QIODevice::ReadWrite) &&
-                source.setFileTime(newest, QFile::FileModificationTime));
-        source.close();
+        const timespec newest = {2'000'000'000, 123'456'789};
+        const timespec times[] = {newest, newest};
+        QCOMPARE(utimensat(AT_FDCWD, qPrintable(files.file("short/de")), times, 0), 0);
         const QStringList words = files.words("pack DIR -o DIR/out --short-folder short --force");
         for (int run = 0; run < 2; ++run) {
             QCOMPARE(ToolRun(words).exitStatus(), 0);
-            for (const QString name : {"out/de", "out/en_US", "out/short/de"})
-                QCOMPARE(QFileInfo(files.file(name)).lastModified(), newest);
+            for (const QString name : {"out/de", "out/en_US", "out/short/de"}) {
+                struct stat status = {};
+                QCOMPARE(stat(qPrintable(files.file(name)), &status), 0);
+                QCOMPARE(status.st_mtim.tv_sec, newest.tv_sec);
+                QCOMPARE(status.st_mtim.tv_nsec, newest.tv_nsec);
+            }
         }
     }
 

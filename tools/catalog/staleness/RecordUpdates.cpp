@@ -3,6 +3,7 @@
 #include "CheckSettings.h"
 #include "LanguageReading.h"
 #include "LanguageTexts.h"
+#include "PseudoLanguage.h"
 #include "RegularFile.h"
 
 #include "LanguageDefinitions.h"
@@ -119,11 +120,14 @@ QString noteEditOfBase(const DocumentEdit& edit, BaseTextRecord& record)
 QString noteEditOfOther(const DocumentEdit& edit, BaseTextRecord& record)
 {
     QString fault;
+    const QJsonObject document = edit.document.document();
+    if (PseudoLanguage::isPseudo(document)) // nothing of it is ever called stale
+        return fault;
     const LanguageTexts before(edit.document.documentAsRead());
     const LanguageTexts base = readTexts(edit.folderPath, record.baseLanguage(), fault);
     const LanguageTexts lastFallback =
         readTexts(edit.folderPath, LanguageDefinitions::getSecondFallbackLanguageFilename(), fault);
-    const LanguageTexts after(edit.document.document());
+    const LanguageTexts after(document);
     for (const LanguageTexts::Entry& entry : after.entries()) {
         const QString ofBase = base.text(entry.url);
         const QString baseText = ofBase.isEmpty() ? lastFallback.text(entry.url) : ofBase;
