@@ -194,7 +194,7 @@ void HostileBusTest::isNotBuriedUnderChanges()
     DeviceService::setLanguage("ja_JP");
     QTRY_COMPARE(currentText(manager), "ja_JP");
     QTest::qWait(100);
-    qInfo("10,000 changes: %d reloads, event loop away for at most %lld ms", reloads.count(),
+    qInfo("10,000 changes: %d reloads, event loop away for at most %lld ms", int(reloads.count()),
           static_cast<long long>(absence.take()));
     QVERIFY(reloads.count() <= cell("most reloads").toInt());
     reloads.clear();
