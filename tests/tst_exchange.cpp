@@ -7,7 +7,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTextCodec>
 
 #include <algorithm>
 
@@ -221,8 +220,10 @@ void ExchangeTest::readsWhatOthersWrite()
     if (cell("format") == "xliff")
         text += "</trans-unit></body></file></xliff>";
     const bool isUtf16 = text.startsWith("UTF16 ");
-    const QByteArray bytes =
-        isUtf16 ? QTextCodec::codecForName("UTF-16")->fromUnicode(text.mid(6)) : text.toUtf8();
+    const QString units16 = QChar(QChar::ByteOrderMark) + text.mid(6);
+    const QByteArray bytes = isUtf16 ? QByteArray(reinterpret_cast<const char*>(units16.utf16()),
+                                                  2 * int(units16.size()))
+                                     : text.toUtf8();
     ExchangeFile file;
     const auto fault = ExchangeFormat::byName(cell("format"))->read(bytes, file);
     QVERIFY2(!fault, fault ? qPrintable(fault->reason) : "");
