@@ -16,10 +16,16 @@
 //
 // Each fault is added as a line to the file that TEXTMANAGER_FAULT_REPORT names.
 
+// Each call by its own name, not a 32-bit machine's calls by those of their 64-bit kin.
+#undef _FILE_OFFSET_BITS
+#undef _TIME_BITS
+
 // No header that declares the functions below: these have to be their only declarations.
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -139,9 +145,9 @@ Kind kindOfOpening(int flags)
     }
 
 #define FAULTY_TRANSFER(kind, name, bytes)                                                         \
-    extern "C" long name(int file, bytes data, unsigned long size)                                 \
+    extern "C" std::ptrdiff_t name(int file, bytes data, std::size_t size)                         \
     {                                                                                              \
-        static auto* const original = next<long(int, bytes, unsigned long)>(#name);                \
+        static auto* const original = next<std::ptrdiff_t(int, bytes, std::size_t)>(#name);        \
         if (!isFaulty(#name, kind))                                                                \
             return original(file, data, size);                                                     \
         return isDoneByHalf() ? original(file, data, (size + 1) / 2) : -1;                         \
@@ -157,7 +163,7 @@ FAULTY_CALL(kindOfOpening(c), int, -1, openat64, (int a, const char* b, int c, u
 FAULTY_TRANSFER(Kind::Reads, read, void*)
 FAULTY_TRANSFER(Kind::Writes, write, const void*)
 FAULTY_CALL(Kind::TakesSpace, int, -1, ftruncate, (int a, long b), (a, b))
-FAULTY_CALL(Kind::TakesSpace, int, -1, ftruncate64, (int a, long b), (a, b))
+FAULTY_CALL(Kind::TakesSpace, int, -1, ftruncate64, (int a, std::int64_t b), (a, b))
 FAULTY_CALL(Kind::TakesSpace, int, -1, fsync, (int a), (a))
 FAULTY_CALL(Kind::TakesSpace, int, -1, fdatasync, (int a), (a))
 FAULTY_CALL(Kind::TakesSpace, int, -1, mkdir, (const char* a, unsigned b), (a, b))
@@ -168,16 +174,17 @@ FAULTY_CALL(Kind::TakesSpace, int, -1, rename, (const char* a, const char* b), (
 FAULTY_CALL(Kind::TakesSpace, int, -1, renameat2,
             (int a, const char* b, int c, const char* d, unsigned e), (a, b, c, d, e))
 FAULTY_CALL(Kind::TakesSpace, int, -1, fsetxattr,
-            (int a, const char* b, const void* c, unsigned long d, int e), (a, b, c, d, e))
+            (int a, const char* b, const void* c, std::size_t d, int e), (a, b, c, d, e))
 FAULTY_CALL(Kind::Asks, int, -1, unlink, (const char* a), (a))
 FAULTY_CALL(Kind::Asks, int, -1, rmdir, (const char* a), (a))
 FAULTY_CALL(Kind::Asks, int, -1, chmod, (const char* a, unsigned b), (a, b))
 FAULTY_CALL(Kind::Asks, int, -1, fchmod, (int a, unsigned b), (a, b))
 FAULTY_CALL(Kind::Asks, int, -1, fchown, (int a, unsigned b, unsigned c), (a, b, c))
 FAULTY_CALL(Kind::Asks, int, -1, fremovexattr, (int a, const char* b), (a, b))
-FAULTY_CALL(Kind::Asks, long, -1, getxattr,
-            (const char* a, const char* b, void* c, unsigned long d), (a, b, c, d))
-FAULTY_CALL(Kind::Asks, long, -1, listxattr, (const char* a, char* b, unsigned long c), (a, b, c))
+FAULTY_CALL(Kind::Asks, std::ptrdiff_t, -1, getxattr,
+            (const char* a, const char* b, void* c, std::size_t d), (a, b, c, d))
+FAULTY_CALL(Kind::Asks, std::ptrdiff_t, -1, listxattr, (const char* a, char* b, std::size_t c),
+            (a, b, c))
 FAULTY_CALL(Kind::Asks, int, -1, futimens, (int a, const void* b), (a, b))
 FAULTY_CALL(Kind::Asks, int, -1, flock, (int a, int b), (a, b))
 FAULTY_CALL(Kind::Asks, int, -1, fcntl, (int a, int b, void* c), (a, b, c))
@@ -195,9 +202,10 @@ FAULTY_CALL(Kind::Asks, int, -1, statx, (int a, const char* b, int c, unsigned d
 FAULTY_CALL(Kind::Asks, void*, nullptr, opendir, (const char* a), (a))
 FAULTY_CALL(Kind::Asks, void*, nullptr, readdir64, (void* a), (a))
 FAULTY_CALL(Kind::Asks, char*, nullptr, realpath, (const char* a, char* b), (a, b))
-FAULTY_CALL(Kind::Asks, long, -1, readlink, (const char* a, char* b, unsigned long c), (a, b, c))
+FAULTY_CALL(Kind::Asks, std::ptrdiff_t, -1, readlink, (const char* a, char* b, std::size_t c),
+            (a, b, c))
 FAULTY_CALL(Kind::Asks, void*, reinterpret_cast<void*>(-1), mmap64,
-            (void* a, unsigned long b, int c, int d, int e, long f), (a, b, c, d, e, f))
+            (void* a, std::size_t b, int c, int d, int e, std::int64_t f), (a, b, c, d, e, f))
 
 // What is closed is closed, whatever the call says.
 extern "C" int close(int file)
