@@ -13,11 +13,13 @@ endif()
 # smaller so, and look-ups as fast.
 option(TEXTMANAGER_COMPILE_FOR_SIZE "Compile for size (-Os) what does not run for each text" ON)
 
-# Compiles a target for size, but for those of its sources that are named.
+# textmanager_compile_for_size(TARGET [EXCEPT SOURCE...]): compiles a target for size, but for the
+# sources that run for each text.
 function(textmanager_compile_for_size target)
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" EXCEPT)
   if(TEXTMANAGER_COMPILE_FOR_SIZE)
     get_target_property(sources ${target} SOURCES)
-    list(REMOVE_ITEM sources ${ARGN})
+    list(REMOVE_ITEM sources ${ARG_EXCEPT})
     set_property(SOURCE ${sources} APPEND PROPERTY
       COMPILE_OPTIONS "$<$<CONFIG:Release,RelWithDebInfo>:-Os>")
   endif()

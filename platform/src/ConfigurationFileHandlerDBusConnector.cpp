@@ -1,6 +1,7 @@
 #include "ConfigurationFileHandlerDBusConnector.h"
 
 #include "DeviceBus.h"
+#include "PlainValue.h"
 #include "ServiceChanges.h"
 
 #include <QDBusConnection>
@@ -26,8 +27,7 @@ DBusReply toReply(const QDBusMessage& message, const QString& moduleName)
 {
     if (message.type() == QDBusMessage::ReplyMessage) {
         const QVariantList values = message.arguments();
-        return DBusReply::fromValue(values.isEmpty() ? QVariant()
-                                                     : DeviceBus::toPlainValue(values.first()));
+        return DBusReply::fromValue(values.isEmpty() ? QVariant() : toPlainValue(values.first()));
     }
     const QDBusError error(message);
     if (error.type() != QDBusError::Disconnected && DeviceBus::isOfServiceNotThere(error))

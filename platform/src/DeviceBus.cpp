@@ -1,11 +1,7 @@
 #include "DeviceBus.h"
 
-#include <QDBusArgument>
 #include <QDBusError>
-#include <QDBusObjectPath>
 #include <QDBusPendingCall>
-#include <QDBusSignature>
-#include <QDBusVariant>
 #include <QDebug>
 #include <QHash>
 #include <QMutex>
@@ -116,59 +112,6 @@ bool isTimeOut(const QDBusError& error)
            error.type() == QDBusError::Timeout;
 }
 
-QVariantList readList(const QDBusArgument& argument)
-{
-    QVariantList values;
-    while (!argument.atEnd())
-        values.append(DeviceBus::toPlainValue(argument.asVariant()));
-    return values;
-}
-
-QVariantMap readMap(const QDBusArgument& argument)
-{
-    QVariantMap values;
-    while (!argument.atEnd()) {
-        argument.beginMapEntry();
-        const QString key = DeviceBus::toPlainValue(argument.asVariant()).toString();
-        values.insert(key, DeviceBus::toPlainValue(argument.asVariant()));
-        argument.endMapEntry();
-    }
-    return values;
-}
-
-QVariantList readBytes(const QByteArray& bytes)
-{
-    QVariantList values;
-    for (const char byte : bytes)
-        values.append(static_cast<int>(static_cast<uchar>(byte)));
-    return values;
-}
-
-QVariant readContainer(const QDBusArgument& argument)
-{
-    QVariant values;
-    switch (argument.currentType()) {
-    case QDBusArgument::ArrayType:
-        argument.beginArray();
-        values = readList(argument);
-        argument.endArray();
-        break;
-    case QDBusArgument::StructureType:
-        argument.beginStructure();
-        values = readList(argument);
-        argument.endStructure();
-        break;
-    case QDBusArgument::MapType:
-        argument.beginMap();
-        values = readMap(argument);
-        argument.endMap();
-        break;
-    default:
-        break;
-    }
-    return values;
-}
-
 } // namespace
 
 namespace DeviceBus
@@ -266,26 +209,6 @@ bool isOfServiceNotThere(const QDBusError& error)
 {
     return error.type() == QDBusError::ServiceUnknown || error.type() == QDBusError::Disconnected ||
            error.name() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
-}
-
-QVariant toPlainValue(const QVariant& value)
-{
-    const int type = value.userType();
-    if (type == qMetaTypeId<QDBusVariant>())
-        return toPlainValue(value.value<QDBusVariant>().variant());
-    if (type == qMetaTypeId<QDBusObjectPath>())
-        return value.value<QDBusObjectPath>().path();
-    if (type == qMetaTypeId<QDBusSignature>())
-        return value.value<QDBusSignature>().signature();
-    if (type == QMetaType::UChar || type == QMetaType::Short || type == QMetaType::UShort)
-        return value.toInt();
-    if (type == QMetaType::QByteArray)
-        return readBytes(value.toByteArray());
-    if (type == QMetaType::QStringList)
-        return value.toList();
-    if (type == qMetaTypeId<QDBusArgument>())
-        return readContainer(value.value<QDBusArgument>());
-    return value;
 }
 
 } // namespace DeviceBus

@@ -5,7 +5,6 @@
 #include <QDBusMessage>
 #include <QString>
 #include <QStringList>
-#include <QVariant>
 
 #include <chrono>
 
@@ -63,9 +62,5 @@ QDBusMessage call(const QString& moduleName, const QString& objectName, const QS
 bool isOfServiceNotAtWork(const QDBusError& error);
 /** Whether the error says that nobody has the service's name, or that the bus is gone. */
 bool isOfServiceNotThere(const QDBusError& error);
-
-/** @p value without the types of D-Bus: variants are unwrapped, arrays (also of bytes or texts) and
- * structures become lists, dictionaries maps, integers below 32 bits int. It can be read once. */
-QVariant toPlainValue(const QVariant& value);
 
 } // namespace DeviceBus

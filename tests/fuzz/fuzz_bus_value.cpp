@@ -1,7 +1,7 @@
 // A type's signature and its values, one a line: sent over a bus, received and made plain.
 
-#include "DeviceBus.h"
 #include "FuzzSupport.h"
+#include "PlainValue.h"
 
 #include <QCoreApplication>
 #include <QDataStream>
@@ -225,7 +225,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     DBusSignatureIter type;
     dbus_signature_iter_init(&type, signature);
     const QVariant expected = Writer(input).write(out, type, 0);
-    const QVariant plain = DeviceBus::toPlainValue(bus.received(message));
+    const QVariant plain = toPlainValue(bus.received(message));
     dbus_message_unref(message);
     require(bytesOf(plain) == bytesOf(expected), "the plain value");
     return 0;

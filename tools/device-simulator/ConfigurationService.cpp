@@ -1,6 +1,7 @@
 #include "ConfigurationService.h"
 
 #include "DeviceBus.h"
+#include "PlainValue.h"
 
 ConfigurationService::ConfigurationService(DeviceFile& file)
     : m_File(file)
@@ -68,8 +69,7 @@ QDBusVariant ConfigurationService::answer(const QStringList& keys)
 
 bool ConfigurationService::store(const QStringList& keys, const QDBusVariant& value)
 {
-    const DeviceFile::Change change =
-        m_File.setEntry(keys, DeviceBus::toPlainValue(value.variant()));
+    const DeviceFile::Change change = m_File.setEntry(keys, toPlainValue(value.variant()));
     if (change == DeviceFile::Change::Failed)
         sendErrorReply(DeviceBus::interfaceName() + QStringLiteral(".Error.NotStored"),
                        m_File.errorText());

@@ -1,6 +1,7 @@
 #include "LanguageDocument.h"
 
 #include "LanguageReading.h"
+#include "NodeKeys.h"
 
 #include "LanguageDefinitions.h"
 
@@ -11,19 +12,6 @@
 
 namespace
 {
-
-/** The keys that have a meaning of their own. */
-struct Keys {
-    const JsonKey text = LanguageDefinitions::getJsonTextName();
-    const JsonKey comment = LanguageDefinitions::getJsonCommentName();
-    const JsonKey childs = LanguageDefinitions::getJsonChildsKey();
-};
-
-const Keys& keys()
-{
-    static const Keys instance;
-    return instance;
-}
 
 /** Whether Qt takes it, and it has a "Content": asked where the tree has a fault. */
 bool doesQtLoad(const QByteArray& bytes)
@@ -84,7 +72,7 @@ QString LanguageDocument::urlOf(int node) const
     QString url;
     bool isBegun = false; // a text manager puts no separator behind an empty beginning
     for (auto member = path.crbegin(); member != path.crend(); ++member) {
-        if (isBegun && m_Tree.hasKey(*member, keys().childs))
+        if (isBegun && m_Tree.hasKey(*member, nodeKeys().childs))
             continue;
         const QString key = m_Tree.keyOf(*member);
         url += isBegun ? separator + key : key;
@@ -100,7 +88,7 @@ bool LanguageDocument::isContainer(int node) const
     for (; node != m_Content; node = m_Tree.at(node).parent) {
         if (node == JsonTree::none || !m_Tree.isObject(node))
             return false;
-        if (!m_Tree.hasKey(node, keys().childs))
+        if (!m_Tree.hasKey(node, nodeKeys().childs))
             return containers % 2 == 1;
         ++containers;
     }
@@ -149,14 +137,15 @@ void LanguageDocument::walkContent()
 void LanguageDocument::walkMember(int node)
 {
     const bool isInContainer = isContainer(m_Tree.at(node).parent);
-    const bool isValue = m_Tree.hasKey(node, keys().text) || m_Tree.hasKey(node, keys().comment);
-    const bool isObjectWanted = isInContainer || m_Tree.hasKey(node, keys().childs);
+    const bool isValue =
+        m_Tree.hasKey(node, nodeKeys().text) || m_Tree.hasKey(node, nodeKeys().comment);
+    const bool isObjectWanted = isInContainer || m_Tree.hasKey(node, nodeKeys().childs);
     const bool isSound = m_Tree.isObject(node) || (!isObjectWanted && !isValue) ||
                          (!isObjectWanted && m_Tree.isString(node));
     if (!isSound)
         m_WrongTypes.push_back(node);
-    const TextNode textNode{node, m_Tree.child(node, keys().text),
-                            m_Tree.child(node, keys().comment)};
+    const TextNode textNode{node, m_Tree.child(node, nodeKeys().text),
+                            m_Tree.child(node, nodeKeys().comment)};
     if (m_Tree.isString(textNode.text) && m_Tree.isString(textNode.comment))
         m_TextNodes.push_back(textNode);
 }
@@ -216,8 +205,8 @@ QVector<Finding> LanguageDocument::findWrongTypes() const
     for (const int node : nodes) {
         const int parent = m_Tree.at(node).parent;
         const bool isTextWanted =
-            parent == header || (!isContainer(parent) && (m_Tree.hasKey(node, keys().text) ||
-                                                          m_Tree.hasKey(node, keys().comment)));
+            parent == header || (!isContainer(parent) && (m_Tree.hasKey(node, nodeKeys().text) ||
+                                                          m_Tree.hasKey(node, nodeKeys().comment)));
         findings.append(faultAt(node, m_Tree.at(node).valueBegin, QStringLiteral("wrong-type"),
                                 QStringLiteral("\"%1\" is %2, expected %3. Nothing of it is shown; "
                                                "correct it there.")

@@ -1,22 +1,11 @@
 #include "LanguageTexts.h"
 
+#include "NodeKeys.h"
+
 #include "LanguageDefinitions.h"
 
 namespace
 {
-
-/** The keys that have a meaning of their own. */
-struct Keys {
-    const JsonKey text = LanguageDefinitions::getJsonTextName();
-    const JsonKey comment = LanguageDefinitions::getJsonCommentName();
-    const JsonKey childs = LanguageDefinitions::getJsonChildsKey();
-};
-
-const Keys& keys()
-{
-    static const Keys instance;
-    return instance;
-}
 
 /** Whether a URL can lead to the key, and not end at a separator in it. */
 bool isInUrls(const QString& key)
@@ -97,13 +86,13 @@ void LanguageTexts::addNodes(const QString& prefix, const JsonTree& tree, int no
 
 void LanguageTexts::addNode(const QString& url, const JsonTree& tree, int node)
 {
-    const int text = tree.child(node, keys().text);
+    const int text = tree.child(node, nodeKeys().text);
     if (tree.isString(text)) {
-        const int comment = tree.child(node, keys().comment);
+        const int comment = tree.child(node, nodeKeys().comment);
         m_Entries.append(
             {url, tree.stringOf(text), tree.stringOf(comment), tree.isString(comment), text});
     }
-    const int childs = tree.child(node, keys().childs);
+    const int childs = tree.child(node, nodeKeys().childs);
     const int nodes = childs == JsonTree::none ? node : childs;
     if (hasObjects(tree, nodes))
         addNodes(url + LanguageDefinitions::getUrlSeparator(), tree, nodes);

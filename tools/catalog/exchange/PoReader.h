@@ -8,13 +8,6 @@
 
 #include <optional>
 
-/** How a text is named in a PO file: by its URL, and a mark behind it when it is a short text. */
-namespace PoContext
-{
-QString write(const QString& url, bool isShort);
-void read(const QString& context, ExchangeUnit& unit);
-} // namespace PoContext
-
 /**
  * Reads a PO file entry by entry. What gettext's own library reads into texts that end at U+0000,
  * from files only, and with a handler that may not return, is read here as values.
@@ -59,4 +52,5 @@ private:
     QString* m_pTarget = nullptr; ///< what a string on a line of its own continues
     QString m_StrUnused;          ///< takes texts that are not used
     int m_Line = 0;
+    bool m_HasEntry = false;
 };

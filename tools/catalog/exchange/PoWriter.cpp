@@ -1,7 +1,7 @@
 #include "PoWriter.h"
 
 #include "Placeholders.h"
-#include "PoReader.h"
+#include "PoContext.h"
 #include "VisibleControls.h"
 
 #include <QRegularExpression>

@@ -17,6 +17,10 @@ struct SourceToken {
     Place place;
     bool isOpen = false; ///< of a string: whether something is put behind its text at run time
 
+    bool isIdentifier(const char* name) const
+    {
+        return kind == Kind::Identifier && text == QLatin1String(name);
+    }
     bool isSign(const char* sign) const
     {
         return kind == Kind::Sign && text == QLatin1String(sign);

@@ -1,12 +1,15 @@
 #include "TextUses.h"
 
+#include "TokenLists.h"
+#include "UrlExpressions.h"
+
 #include <algorithm>
 
 namespace
 {
 
 using Kind = SourceToken::Kind;
-using Tokens = QVector<SourceToken>;
+using Tokens = SourceTokens;
 
 /** Where the URL stands among the arguments of a look-up. */
 const QHash<QString, int>& lookUps()
@@ -21,55 +24,6 @@ const QHash<QString, int>& lookUps()
         {QStringLiteral("getAllTextsAsJsonString"), 1},
     };
     return positions;
-}
-
-bool isIdentifier(const SourceToken& token, const char* name)
-{
-    return token.kind == Kind::Identifier && token.text == QLatin1String(name);
-}
-
-bool opens(const SourceToken& token)
-{
-    return token.isSign("(") || token.isSign("[") || token.isSign("{");
-}
-
-bool closes(const SourceToken& token)
-{
-    return token.isSign(")") || token.isSign("]") || token.isSign("}");
-}
-
-/** The index behind the bracket that closes the one at @p open. */
-Tokens::size_type endOfBracket(const Tokens& tokens, Tokens::size_type open)
-{
-    int depth = 0;
-    for (auto i = open; i < tokens.size(); ++i) {
-        depth += opens(tokens.at(i)) ? 1 : closes(tokens.at(i)) ? -1 : 0;
-        if (depth == 0)
-            return i + 1;
-    }
-    return tokens.size();
-}
-
-/** The tokens split at a sign outside of brackets. */
-QVector<Tokens> split(const Tokens& tokens, const char* sign)
-{
-    QVector<Tokens> parts(1);
-    int depth = 0;
-    for (const SourceToken& token : tokens) {
-        depth += opens(token) ? 1 : closes(token) ? -1 : 0;
-        if (depth == 0 && token.isSign(sign))
-            parts.append(Tokens());
-        else
-            parts.last().append(token);
-    }
-    return parts;
-}
-
-/** The arguments of the call whose "(" is at @p open. */
-QVector<Tokens> argumentsOf(const Tokens& tokens, Tokens::size_type open)
-{
-    const auto end = endOfBracket(tokens, open);
-    return split(tokens.mid(open + 1, std::max<Tokens::size_type>(end - open - 2, 0)), ",");
 }
 
 /** Whether this is a parameter that a function is declared with. */
@@ -92,6 +46,7 @@ public:
         : m_Tokens(tokens)
         , m_Language(language)
         , m_Names(names)
+        , m_Expressions(language, names)
     {
     }
 
@@ -147,9 +102,14 @@ private:
         if (arguments.size() <= *position || isParameter(arguments.at(*position)))
             return;
         const auto firstNewUse = m_Found.uses.size();
-        evaluate(arguments.at(*position), at(i).place);
+        append(arguments.at(*position), at(i).place);
         if (arguments.size() == 1)
             dropLanguages(firstNewUse);
+    }
+
+    void append(const Tokens& expression, const Place& place)
+    {
+        m_Found.uses += m_Expressions.usesOf(expression, place);
     }
 
     /** A translateable text is asked for a language where others are asked for a URL. */
@@ -168,12 +128,12 @@ private:
             m_Types.append(at(i - 1).kind == Kind::Identifier ? at(i - 1).text : QString());
         else if (at(i).isSign("}") && !m_Types.isEmpty())
             m_Types.removeLast();
-        else if (isIdentifier(at(i), "Texts") && at(i + 1).isSign(".") &&
-                 isIdentifier(at(i + 2), "text") && at(i + 3).isSign("("))
-            evaluate(argumentsOf(m_Tokens, i + 3).constFirst(), at(i + 2).place);
-        else if (isIdentifier(at(i), "url") && at(i + 1).isSign(":") && !m_Types.isEmpty() &&
+        else if (at(i).isIdentifier("Texts") && at(i + 1).isSign(".") &&
+                 at(i + 2).isIdentifier("text") && at(i + 3).isSign("("))
+            append(argumentsOf(m_Tokens, i + 3).constFirst(), at(i + 2).place);
+        else if (at(i).isIdentifier("url") && at(i + 1).isSign(":") && !m_Types.isEmpty() &&
                  m_Types.last() == QLatin1String("DeviceText"))
-            evaluate(bindingAt(i + 2), at(i).place);
+            append(bindingAt(i + 2), at(i).place);
     }
 
     /** What is bound to a property: to the end of the line, or further where it is not over. */
@@ -187,140 +147,30 @@ private:
             const bool goesOn = token.isSign("+") || token.isSign("?") || token.isSign(":") ||
                                 token.isSign(".") || at(end - 1).isSign("+") ||
                                 at(end - 1).isSign("?") || at(end - 1).isSign(":");
-            if (depth == 0 && (token.isSign(";") || closes(token) || (isNewLine && !goesOn)))
+            if (depth == 0 &&
+                (token.isSign(";") || bracketDepth(token) < 0 || (isNewLine && !goesOn)))
                 break;
-            depth += opens(token) ? 1 : closes(token) ? -1 : 0;
+            depth += bracketDepth(token);
         }
         return m_Tokens.mid(start, end - start);
     }
 
-    QString chainSign() const
-    {
-        return m_Language == SourceLanguage::Cpp ? QStringLiteral("::") : QStringLiteral(".");
-    }
-
     bool continuesChain(int i) const
     {
-        return at(i - 1).kind == Kind::Sign && at(i - 1).text == chainSign();
-    }
-
-    /** The names of a chain such as A::B::C, and how many tokens it takes. */
-    QStringList chainAt(const Tokens& tokens, int start) const
-    {
-        QStringList chain = {tokens.at(start).text};
-        int next = start + 1;
-        while (next + 1 < tokens.size() && tokens.at(next).kind == Kind::Sign &&
-               tokens.at(next).text == chainSign() &&
-               tokens.at(next + 1).kind == Kind::Identifier) {
-            chain.append(tokens.at(next + 1).text);
-            next += 2;
-        }
-        return chain;
-    }
-
-    /** The URL of a generated constant, whatever it is nested in; empty when it is none. */
-    QString urlOfConstant(const QStringList& chain) const
-    {
-        const auto& constants =
-            m_Language == SourceLanguage::Cpp ? m_Names.cppConstants : m_Names.qmlProperties;
-        for (int outer = 1; outer < chain.size(); ++outer) {
-            const QString url = constants.value(chain.mid(outer).join(chainSign()));
-            if (!url.isEmpty())
-                return url;
-        }
-        return QString();
+        return at(i - 1).kind == Kind::Sign && at(i - 1).text == m_Expressions.chainSign();
     }
 
     void readConstant(int i)
     {
-        const QString url = urlOfConstant(chainAt(m_Tokens, i));
+        const QString url = m_Expressions.urlOfConstant(m_Expressions.chainAt(m_Tokens, i));
         if (!url.isEmpty())
             m_Found.uses.append({TextUse::Kind::Whole, url, at(i).place});
-    }
-
-    /** What an expression says of the URL that it gives; each branch of a condition is one. */
-    void evaluate(const Tokens& expression, const Place& place)
-    {
-        const QVector<Tokens> condition = split(expression, "?");
-        if (condition.size() > 1) {
-            for (int i = 1; i < condition.size(); ++i) {
-                for (const Tokens& branch : split(condition.at(i), ":"))
-                    evaluate(branch, place);
-            }
-            return;
-        }
-        TextUse use = evaluateOperand(expression);
-        if (use.place.line == 0)
-            use.place = place;
-        m_Found.uses.append(use);
-    }
-
-    TextUse evaluateOperand(const Tokens& tokens) const
-    {
-        if (tokens.isEmpty())
-            return {};
-        if (tokens.first().kind == Kind::String)
-            return literalUse(tokens);
-        if (tokens.first().kind == Kind::Identifier) {
-            const QStringList chain = chainAt(tokens, 0);
-            const auto length = 2 * chain.size() - 1;
-            if (isWrapper(chain.last()) && length < tokens.size() && tokens.at(length).isSign("("))
-                return evaluateBracket(tokens, length);
-            const QString url = urlOfConstant(chain);
-            if (!url.isEmpty())
-                return withRest({TextUse::Kind::Whole, url, tokens.first().place},
-                                tokens.mid(length));
-        }
-        if (tokens.first().isSign("("))
-            return evaluateBracket(tokens, 0);
-        return {TextUse::Kind::Unknown, QString(), tokens.first().place};
-    }
-
-    /** What makes a QString of a literal. */
-    static bool isWrapper(const QString& name)
-    {
-        const QStringList wrappers = {
-            QStringLiteral("QStringLiteral"), QStringLiteral("QLatin1String"),
-            QStringLiteral("QString"),        QStringLiteral("fromLatin1"),
-            QStringLiteral("fromUtf8"),       QStringLiteral("QLatin1StringView")};
-        return wrappers.contains(name);
-    }
-
-    TextUse evaluateBracket(const Tokens& tokens, Tokens::size_type open) const
-    {
-        const auto end = endOfBracket(tokens, open);
-        return withRest(
-            evaluateOperand(tokens.mid(open + 1, std::max<Tokens::size_type>(end - open - 2, 0))),
-            tokens.mid(end));
-    }
-
-    static TextUse literalUse(const Tokens& tokens)
-    {
-        TextUse use = {TextUse::Kind::Whole, QString::fromLatin1(""), tokens.first().place};
-        int next = 0;
-        for (; next < tokens.size() && tokens.at(next).kind == Kind::String; ++next) {
-            use.url += tokens.at(next).text;
-            if (tokens.at(next).isOpen)
-                use.kind = TextUse::Kind::Beginning;
-        }
-        const bool hasSuffix = next < tokens.size() && tokens.at(next).kind == Kind::Identifier;
-        return withRest(use, tokens.mid(hasSuffix ? next + 1 : next));
-    }
-
-    /** What stands behind a literal is put behind it, or in place of its "%1". */
-    static TextUse withRest(TextUse use, const Tokens& rest)
-    {
-        if (rest.isEmpty() || use.kind == TextUse::Kind::Unknown)
-            return use;
-        use.kind = TextUse::Kind::Beginning;
-        if (rest.size() > 1 && rest.first().isSign(".") && isIdentifier(rest.at(1), "arg"))
-            use.url = use.url.section(QLatin1Char('%'), 0, 0);
-        return use;
     }
 
     const Tokens& m_Tokens;
     const SourceLanguage m_Language;
     const UrlNames& m_Names;
+    const UrlExpressions m_Expressions;
     QStringList m_Types; ///< of the QML objects around what is read
     SourceUses m_Found;
 };

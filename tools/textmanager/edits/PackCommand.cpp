@@ -56,23 +56,6 @@ bool canBePacked(const FolderPack& pack, const QString& folderPath)
     return obstacle.isEmpty();
 }
 
-/** @return whether all files are packed; a message says why not. */
-bool packAll(FolderPack& pack)
-{
-    const QStringList sources = pack.sources();
-    Progress progress(QStringLiteral("packing"));
-    for (int i = 0; i < sources.size(); ++i) {
-        progress.show(i, sources.size());
-        const QString fault = pack.pack(sources.at(i));
-        if (fault.isEmpty())
-            continue;
-        progress.clear();
-        printMessage(fault);
-        return false;
-    }
-    return true;
-}
-
 /** @return whether every look-up is answered as before; messages say which is not. */
 bool isVerified(const PackRequest& request, const FolderPack& pack)
 {
@@ -128,7 +111,9 @@ ExitStatus runPack(const CommandLine& commandLine)
         !checkFolder(request.folderPath + QLatin1Char('/') + request.shortFolder))
         return UnusableInput;
     FolderPack pack(request);
-    const bool isDone = canBePacked(pack, request.folderPath) && packAll(pack) &&
+    const bool isDone = canBePacked(pack, request.folderPath) &&
+                        handleAll(QStringLiteral("packing"), pack.sources(),
+                                  [&](const QString& source) { return pack.pack(source); }) &&
                         (commandLine.isSet(noVerifyOption) || isVerified(request, pack));
     const QString fault = isDone && !commandLine.isDryRun() ? pack.publish() : QString();
     if (!fault.isEmpty())

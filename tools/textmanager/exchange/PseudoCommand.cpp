@@ -87,7 +87,7 @@ void print(const Made& made, bool isJsonWanted)
     if (isJsonWanted)
         printResult({{QStringLiteral("file"), path}, {QStringLiteral("texts"), made.texts}});
     else
-        printResult(QStringLiteral("%1: %2 texts").arg(path).arg(made.texts));
+        printResult(QStringLiteral("%1: %2").arg(path, counted(made.texts, "text")));
 }
 
 ExitStatus runPseudo(const CommandLine& commandLine)

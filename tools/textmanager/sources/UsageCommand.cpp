@@ -67,22 +67,6 @@ void print(const FolderUsage& usage, const LanguageFolder& folder, const Command
     printResult(result);
 }
 
-/** Looks at all sources. @return whether all could be read; a message names what could not. */
-bool addAll(const QVector<SourceFile>& sources, FolderUsage& usage)
-{
-    Progress progress(QStringLiteral("reading"));
-    for (int i = 0; i < sources.size(); ++i) {
-        progress.show(i, sources.size());
-        const QString fault = usage.add(sources.at(i));
-        if (fault.isEmpty())
-            continue;
-        progress.clear();
-        printMessage(fault);
-        return false;
-    }
-    return true;
-}
-
 ExitStatus runUsage(const CommandLine& commandLine)
 {
     const QString folderPath = commandLine.arguments().constFirst();
@@ -94,7 +78,9 @@ ExitStatus runUsage(const CommandLine& commandLine)
         return UnusableInput;
     FolderUsage usage(*folder, settingsOf(commandLine, folderPath).base,
                       commandLine.values(textIdKeyOption));
-    if (!addAll(sources.files, usage))
+    const bool isRead = handleAll(QStringLiteral("reading"), sources.files,
+                                  [&](const SourceFile& source) { return usage.add(source); });
+    if (!isRead)
         return UnusableInput;
     print(usage, *folder, commandLine);
     return usage.unknown().isEmpty() ? Done : AnswerIsNo;

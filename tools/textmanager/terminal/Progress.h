@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Console.h"
+
 #include <QElapsedTimer>
 #include <QString>
 
@@ -22,3 +24,25 @@ private:
     bool m_IsShown = false;
     QElapsedTimer m_Timer; ///< since the beginning, or what was shown last
 };
+
+/**
+ * Does something with each item, and tells how far it has come.
+ * @param handle tells what is wrong with an item, which ends it, or nothing.
+ * @return whether all were handled; a message says why not.
+ */
+template<typename Items, typename Handle>
+bool handleAll(const QString& doing, const Items& items, const Handle& handle)
+{
+    Progress progress(doing);
+    decltype(items.size()) done = 0;
+    for (const auto& item : items) {
+        progress.show(done++, items.size());
+        const QString fault = handle(item);
+        if (fault.isEmpty())
+            continue;
+        progress.clear();
+        printMessage(fault);
+        return false;
+    }
+    return true;
+}
