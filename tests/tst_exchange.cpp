@@ -7,7 +7,6 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTextCodec>
 
 #include <algorithm>
 
@@ -189,8 +188,11 @@ private Q_SLOTS:
             text = text.replace("UNIT", "<xliff><file><body><trans-unit") +
                    "</trans-unit></body></file></xliff>";
         const bool isUtf16 = text.startsWith("UTF16 ");
-        const QByteArray bytes =
-            isUtf16 ? QTextCodec::codecForName("UTF-16")->fromUnicode(text.mid(6)) : text.toUtf8();
+        const QString units16 = QChar(QChar::ByteOrderMark) + text.mid(6);
+        const QByteArray bytes = isUtf16
+                                     ? QByteArray(reinterpret_cast<const char*>(units16.utf16()),
+                                                  2 * int(units16.size()))
+                                     : text.toUtf8();
         ExchangeFile file;
         file.baseLanguage = "en";
         const ExchangeFormat* format = ExchangeFormat::byName(cell("format"));

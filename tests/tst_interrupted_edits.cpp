@@ -98,7 +98,7 @@ ToolRun runWithFault(const QStringList& words, const QString& fault, const QStri
     const QTemporaryDir other;
     const QString report = other.filePath("report");
     LanguageFiles::writePath(report, QByteArray());
-    const QStringList setting = {"LD_PRELOAD=" FAULTY_CALLS, "TEXTMANAGER_FAULT=" + fault,
+    const QStringList setting = {FAULTY_CALLS, "TEXTMANAGER_FAULT=" + fault,
                                  "TEXTMANAGER_FAULT_REPORT=" + report, TEXTMANAGER_PROGRAM};
     const ToolRun run(setting + words, {}, folder, "env");
     failedCall = bytesOf(report).split('\n').first();
