@@ -100,13 +100,10 @@ bool doesLibraryLoad(const QByteArray& bytes)
 QString shown(const QVector<Finding>& findings)
 {
     QStringList lines;
-    for (const Finding& finding : findings)
-        lines.append(QString("%1 %2:%3 %4")
-                         .arg(finding.id)
-                         .arg(finding.place.line)
-                         .arg(finding.place.column)
-                         .arg(finding.url)
-                         .trimmed());
+    for (const Finding& finding : findings) {
+        const QString place = QString("%1:%2").arg(finding.place.line).arg(finding.place.column);
+        lines.append((finding.id + ' ' + place + ' ' + finding.url).trimmed());
+    }
     return lines.join(", ");
 }
 

@@ -251,9 +251,8 @@ private Q_SLOTS:
         QByteArray messages;
         QTRY_VERIFY((messages += watch.readAllStandardError()).contains("has gone"));
         QVERIFY(endsAtOnce(watch));
-        const QString untilNobodyReads = QString("'%1' watch '%2' A | head -n 1");
-        const ToolRun run({"-c", untilNobodyReads.arg(TEXTMANAGER_PROGRAM, m_Files.path())}, {}, {},
-                          "sh");
+        const QString untilNobodyReads = TEXTMANAGER_PROGRAM " watch DIR A | head -n 1";
+        const ToolRun run({"-c", m_Files.fill(untilNobodyReads)}, {}, {}, "sh");
         QCOMPARE(run.output(), "en_US\n");
     }
 
