@@ -139,7 +139,7 @@ private Q_SLOTS:
         xliff  | UNIT id="A"><source>a<x id="1"/></source><target>t</target> | A: holds <x>
         xliff  | UNIT id="1" resname="A"><source>s</source><target/>     | A=(s) missing
         po     | msgctxt "A"\nmsgid ""\n"s"\n"2"\nmsgstr "\x41\101"      | A=AA(s2) translated
-        po     | msgctxt "A"\nmsgid "s"\nmsgstr "\303\xbc\n"           | A=ü\n(s) translated
+        po     | msgctxt "A"\nmsgid "s"\nmsgstr "\303\xbc"               | A=ü(s) translated
         po     | #, c-format, fuzzy\n#\v msgid "o"\nmsgctxt "A"\nmsgid "s"\nmsgstr "t" | A=t(s) stale
         po     | #~ msgid "o"\n\nmsgctxt "A"\r\nmsgid "s"\r\nmsgstr "t"\r\n | A=t(s) translated
         po     | msgid "s"\nmsgstr "t"                                   | an entry without msgctxt

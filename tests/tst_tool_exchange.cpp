@@ -318,13 +318,13 @@ private Q_SLOTS:
 
     void makesPseudoLanguages_data()
     {
-        // "»" and "«" stand for the marks around a text from right to left.
+        // "»" and "«" stand for the marks around a text from right to left, "№" for "#".
         addTable(R"(
         style              | xx
                             | A=[%1 <b>Šåvé</b> &amp; ļöŕém];M/C=[ÖĶ];N=[{n, plural,
-         .. one {# fîļé} other {'{'å'}'}} ļöŕém îpšûm đö]
+         .. one {№ fîļé} other {'{'å'}'}} ļöŕém îpšûm đö]
          --style urls       | A=A;M/C=M/C;N=N
-         --style widest     | A=%1 <b>Save</b> &amp;;M/C=保存;N={n, plural, one {# file} other {'{'a'}'}}
+         --style widest     | A=%1 <b>Save</b> &amp;;M/C=保存;N={n, plural, one {№ file} other {'{'a'}'}}
          --rtl --style urls | A=»A«;M/C=»M/C«;N=»N«
         )");
     }
@@ -334,13 +334,13 @@ private Q_SLOTS:
         files.write("de", R"({"Content": {"M": {"childs": {"C": {"text": "保存"}}}}})");
         files.write("en_US", R"({"Content": {"A": {"text": "%1 <b>Save</b> &amp;", "comment": "c"},
             "M": {"childs": {"C": {"text": "OK", "comment": ""}}},
-            "N": {"text": "{n, plural, one {# file} other {'{'a'}'}}", "comment": ""}}})");
+            "N": {"text": "{n, plural, one {\u0023 file} other {'{'a'}'}}", "comment": ""}}})");
         files.write("old", R"({"Header": {"pseudo": "urls"},
             "Content": {"A": {"text": "a very wide text indeed", "comment": ""}}})");
         const QString record = files.path() + ".textmanager-base-texts";
         LanguageFiles::writePath(record, "base\ten_US\nM/C\ten_US\told\n");
         const QString style = cell("style").isEmpty() ? QString() : ' ' + cell("style");
-        QString texts = cell("xx");
+        QString texts = cell("xx").replace("№", "#");
         if (style.contains("--rtl"))
             texts.replace("»", "\u200f\u202e").replace("«", "\u202c\u200f");
         for (int time = 0; time < 2; ++time) { // what it made itself it may replace
