@@ -1,8 +1,9 @@
 #!/usr/bin/python3
-"""Measures what 'textmanager pack' saves a device, and 'textmanager translate' beside jq, and prints the ratios.
+"""Measures what 'textmanager pack' saves a device, 'textmanager get' beside a process that only loads, and 'textmanager
+translate' beside jq, and prints the ratios.
 
-FOLDER is six languages of 5,000 texts as generate_texts.py writes them; what is made of it is put beside it. What is
-translated are data of 100,000 objects with texts of examples/languages. jq is given a map from URL to text and sets the
+FOLDER is six languages of 5,000 texts, DEVICE thirty, as generate_texts.py writes them; what is made of FOLDER is put
+beside it. What is translated are data of 100,000 objects with texts of examples/languages. jq is given a map from URL to text and sets the
 text of every object that has a text id, however deep it stands ("walk"), as translate does; "map" is what it takes when
 it is told that the document is a list of such objects.
 """
@@ -63,6 +64,15 @@ def run_measured(command, work):
     return seconds, int(out.split()[-1]) * 1024
 
 
+def measure_get(textmanager, bench_memory, device):
+    url = (device / "urls.txt").read_text().split()[0]
+    commands = ([textmanager, "get", device / "languages", url, "--short-folder", "short"],
+                [bench_memory, device, "library"])
+    runs = [[run_measured(command, device)[0] for command in commands] for _ in range(OPENINGS)]
+    get, load = (statistics.median(of_command) for of_command in zip(*runs))
+    yield "get of one text, processor time against a process that loads", get / load, 1.15
+
+
 def measure_translation(textmanager):
     urls = subprocess.run([textmanager, "urls", EXAMPLES], check=True, capture_output=True, text=True).stdout.split()
     chance = random.Random(1)
@@ -93,10 +103,12 @@ def main():
     parser.add_argument("textmanager", metavar="TEXTMANAGER", type=pathlib.Path)
     parser.add_argument("bench_memory", metavar="BENCH_MEMORY", type=pathlib.Path)
     parser.add_argument("folder", metavar="FOLDER", type=pathlib.Path)
+    parser.add_argument("device", metavar="DEVICE", type=pathlib.Path)
     arguments = parser.parse_args()
-    textmanager, folder = arguments.textmanager.resolve(), arguments.folder.resolve()
+    textmanager, bench_memory = arguments.textmanager.resolve(), arguments.bench_memory.resolve()
     print("| What | Ratio | At most |\n|---|---|---|")
-    rows = [*measure_pack(textmanager, arguments.bench_memory.resolve(), folder),
+    rows = [*measure_pack(textmanager, bench_memory, arguments.folder.resolve()),
+            *measure_get(textmanager, bench_memory, arguments.device.resolve()),
             *measure_translation(textmanager)]
     for name, ratio, goal in rows:
         print(f"| {name} | {ratio:.2f} | {'' if goal is None else goal} |")

@@ -69,7 +69,10 @@ private:
     {
         return static_cast<std::size_t>(textUrl.size()) * sizeof(QChar);
     }
-    std::size_t firstSlot(quint64 hash) const { return hash & (m_Slots.size() - 1); }
+    std::size_t firstSlot(quint64 hash) const
+    {
+        return static_cast<std::size_t>(hash) & (m_Slots.size() - 1);
+    }
     std::size_t slotAfter(std::size_t i) const { return (i + 1) & (m_Slots.size() - 1); }
     void put(Slot slot);
     void grow();

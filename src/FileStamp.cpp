@@ -29,6 +29,9 @@ bool isOld(qint64 time)
 /**
  * Whether every change, whoever makes it, is seen there at once in both times of the file. The
  * numbers are those of <linux/magic.h>, which does not name all of them everywhere.
+ *
+ * Not among them are the images that are only read, squashfs and erofs: their times are what the
+ * image says, and another image, built with fixed times, can be mounted in the place of the first.
  */
 bool isLocal(const struct statfs& fileSystem)
 {
@@ -40,8 +43,6 @@ bool isLocal(const struct statfs& fileSystem)
     case 0x24051905: // ubifs
     case 0x01021994: // tmpfs
     case 0x794C7630: // overlayfs
-    case 0x73717368: // squashfs
-    case 0xE0F5E1E2: // erofs
         return true;
     default:
         return false;

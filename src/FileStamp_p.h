@@ -20,7 +20,7 @@ public:
     /**
      * Whether a change from now on is certain to change the stamp. It is not within the grain of a
      * file system's clock, when there was a change a moment ago, nor where the clock is wrong, nor
-     * on a file system that is not local.
+     * on a file system that is not local, or that is an image with times of its own.
      */
     bool isLasting(const struct statfs& fileSystem) const;
     bool operator==(const FileStamp& other) const;

@@ -14,7 +14,8 @@
 namespace
 {
 
-QVector<TextManagerMemory::FileName> listFolder(const QString& path)
+/** @param hasDeadLink receives whether there is a link in the folder that leads nowhere. */
+QVector<TextManagerMemory::FileName> listFolder(const QString& path, bool& hasDeadLink)
 {
     // No dot between the star and the extension: every name that ends in the extension's text.
     const QStringList nameFilters = {QLatin1Char('*') +
@@ -22,10 +23,16 @@ QVector<TextManagerMemory::FileName> listFolder(const QString& path)
     // The path is given to the constructor: QDir::setPath() would make nothing of an empty one,
     // which stands for the current directory here.
     const QDir folder(path);
-    const QFileInfoList entries = folder.entryInfoList(nameFilters, QDir::NoFilter, QDir::NoSort);
+    // With System come dead links, too, and what is no regular file, which nobody opens.
+    const QFileInfoList entries =
+        folder.entryInfoList(nameFilters, QDir::AllEntries | QDir::System, QDir::NoSort);
     QVector<TextManagerMemory::FileName> fileNames;
-    for (const QFileInfo& entry : entries)
-        fileNames.append({entry.filePath(), entry.baseName()});
+    for (const QFileInfo& entry : entries) {
+        if (entry.exists())
+            fileNames.append({entry.filePath(), entry.baseName()});
+        else
+            hasDeadLink = true;
+    }
     return fileNames;
 }
 
@@ -39,9 +46,10 @@ QVector<TextManagerMemory::FileName> TextManagerMemory::listFiles(const QString&
     if (known.stamp && known.stamp == FileStamp::ofPath(path))
         return known.fileNames;
     const std::optional<FileStamp> stamp = FileStamp::lastingOfPath(path);
-    const QVector<FileName> fileNames = listFolder(folderPath);
+    bool hasDeadLink = false; // what it leads to can come without a change of this folder
+    const QVector<FileName> fileNames = listFolder(folderPath, hasDeadLink);
     if (isRemembered)
-        remember(folderPath, stamp, fileNames);
+        remember(folderPath, hasDeadLink ? std::nullopt : stamp, fileNames);
     return fileNames;
 }
 

@@ -15,6 +15,10 @@ cache() { # VARIABLE
 qt=$(cache TEXTMANAGER_QT_VERSION)
 package=TextManagerLibrary${qt#5} # as all names of Qt 6 end in 6
 has_programs=$(cache TEXTMANAGER_INSTALL_PROGRAMS)
+if [ -n "$(cache CMAKE_TOOLCHAIN_FILE)" ]; then
+    echo "installed_package: skipped: built for another machine, and its clients would be built for this one"
+    exit 77
+fi
 named_for_6='TextManagerLibrary6|libTextManager[A-Za-z]+6\.so|/qt6/' # so that two builds share a prefix
 
 fail() {

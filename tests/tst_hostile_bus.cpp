@@ -128,7 +128,7 @@ void HostileBusTest::takesWhateverIsAnswered_data()
     QTest::newRow("a map") << QVariantList{QVariantMap{{"a", 1}}} << "";
     QTest::newRow("path parts that lead out") << QVariantList{"../../etc/passwd"} << "passwd";
     QTest::newRow("only separators") << QVariantList{"////"} << "";
-    const QString megabytes(8'000'000, 'x');
+    const QString megabytes(8'000'000 / TIME_FACTOR, 'x'); // nobody waits for more than a second
     QTest::newRow("megabytes") << QVariantList{"a/" + megabytes} << megabytes;
 }
 
@@ -184,8 +184,8 @@ void HostileBusTest::isNotBuriedUnderChanges()
     QTest::qWait(100);
     const int taken = peakMegabytes() - megabytes;
     qInfo("10000 changes, %d reloads, at most %d ms away from other events, at most %d MB taken",
-          reloads.count(), int(longestAbsence), taken);
-    QVERIFY(reloads.count() <= cell("most reloads").toInt());
+          int(reloads.count()), int(longestAbsence), taken);
+    QVERIFY(reloads.count() <= cell("most reloads").toInt() * TIME_FACTOR);
     QVERIFY2(taken < 100, qPrintable(QString::number(taken)));
     // Nothing is left of them, though a service that was too busy to answer may still come back.
     QTRY_VERIFY_WITH_TIMEOUT(!reloads.wait(1100), 10'000);

@@ -60,7 +60,8 @@ void fill(const LanguageFiles& files, bool hasRecord)
 {
     QDir(files.path()).removeRecursively();
     QDir().mkpath(files.path());
-    for (const QByteArray name : {"de", "en_US", "short/de", "out/de", "out/en_US"})
+    for (const QByteArray name :
+         {"de", "en_US", "short/de", "in/de", "in/en_US", "out/de", "out/en_US"})
         files.write(name, document(name));
     files.write("fr", R"({"Content": {"M": {"text": "", "comment": ""}}})");
     const auto write = [&](const QString& name, const QByteArray& bytes) {
@@ -97,7 +98,7 @@ ToolRun runWithFault(const QStringList& words, const QString& fault, const QStri
     const QTemporaryDir other;
     const QString report = other.filePath("report");
     LanguageFiles::writePath(report, QByteArray());
-    const QStringList setting = {"LD_PRELOAD=" FAULTY_CALLS, "TEXTMANAGER_FAULT=" + fault,
+    const QStringList setting = {FAULTY_CALLS, "TEXTMANAGER_FAULT=" + fault,
                                  "TEXTMANAGER_FAULT_REPORT=" + report, TEXTMANAGER_PROGRAM};
     const ToolRun run(setting + words, {}, folder, "env");
     failedCall = bytesOf(report).split('\n').first();
@@ -136,7 +137,7 @@ void InterruptedEditsTest::loseNothing_data()
     for (const char* words :
          {"set DIR en_US M --text new", "set DIR de --batch DIR/batch",
           "rename DIR M O/P --short-folder short", "import DIR DIR/de.po DIR/fr.po",
-          "pack DIR -o DIR/out --languages de,en_US --force", "pack DIR -o DIR/out/new"}) {
+          "pack DIR/in -o DIR/out --languages de,en_US --force", "pack DIR -o DIR/out/new"}) {
         for (const QString& fault : qAsConst(faults))
             QTest::addRow("%s, %s", words, qPrintable(fault)) << words << fault;
     }

@@ -6,6 +6,7 @@
 #include "LanguageInformation.h"
 #include "TextManagerConverter.h"
 
+#include <QJsonDocument>
 #include <QMap>
 #include <QTest>
 
@@ -14,15 +15,19 @@
 namespace
 {
 
-/** A document with everything in its content that a walk can meet. */
-QJsonObject languageDocument()
+/** The cell as a document. N stands for a text node, N+ for one with more in it, and WALK for
+ * everything that a walk can meet. */
+QJsonObject documentIn(const QString& column)
 {
-    return parseObject(R"({"Content": {
-        "": {"text": "top", "childs": {"": {"text": "below"}}},
-        "Menu": {"number": 7, "Direct": {"text": "hidden"},
-                 "childs": {"Save": {}, "Deep": {"childs": {"Deeper": {"text": "deep"}}}}},
-        "Flat": {"Childs": {"Inner": {"text": "no containers"}}},
-        "Broken": {"childs": "no object", "Any": {"text": "beside"}}}})");
+    if (cell(column) == "WALK")
+        return parseObject(R"({"Content": {
+            "": {"text": "top", "childs": {"": {"text": "below"}}},
+            "Menu": {"number": 7, "Direct": {"text": "hidden"},
+                     "childs": {"Save": {}, "Deep": {"childs": {"Deeper": {"text": "deep"}}}}},
+            "Flat": {"Childs": {"Inner": {"text": "no containers"}}},
+            "Broken": {"childs": "no object", "Any": {"text": "beside"}}}})");
+    const QString node = R"({"text": "", "comment": "")";
+    return parseObject(cell(column).replace("N+", node + ',').replace("N", node + '}').toUtf8());
 }
 
 QJsonValue parseValue(const QString& json)
@@ -39,23 +44,17 @@ QJsonValue valueFor(const QJsonObject& document)
     return value == "@" ? QJsonValue(document) : document.value(value.mid(1));
 }
 
-const QJsonObject* watched = nullptr;
-QJsonObject seen;
-QtMessageHandler nextHandler = nullptr;
-
-/** Looks at the document when a write warns. */
-void watch(QtMsgType type, const QMessageLogContext& context, const QString& text)
-{
-    nextHandler(type, context, text);
-    if (text.startsWith("Unable to find"))
-        seen = *watched;
-}
-
 /** Makes the call of the cell "call". @return what came of it. */
 QString call(const QJsonValue& value, QJsonObject& document)
 {
     const QString operation = cell("call").section(' ', 0, 0);
     const QString target = cell("call").section(' ', 1);
+    if (operation == "readJsonValue") {
+        QJsonValue read = "untouched";
+        const QJsonObject content = document["Content"].toObject();
+        const bool isFound = LanguageInformation().readJsonValue(target, content, read);
+        return QJsonDocument({{isFound ? "v" : "none", read}}).toJson(QJsonDocument::Compact);
+    }
     if (operation == "setJsonValue")
         return QString::number(LanguageInformation().setJsonValue(target, value, document));
 
@@ -70,18 +69,15 @@ QString call(const QJsonValue& value, QJsonObject& document)
         {"getText", [&] { return withFlag(converter.getText(target, ok)); }},
         {"getComment", [&] { return withFlag(converter.getComment(target, ok)); }},
         {"getHeaderText", [&] { return converter.getHeaderText(headerInfo); }},
-        {"getAvailableUrls", [&] { return converter.getAvailableUrls().join(' '); }},
+        {"getAvailableUrls", [&] { return converter.getAvailableUrls().join(';'); }},
         {"setText", [&] { return converter.setText(target, text); }},
         {"setComment", [&] { return converter.setComment(target, text); }},
         {"setHeaderText", [&] { return converter.setHeaderText(headerInfo, text); }},
         {"replaceContent", [&] { return converter.replaceContent(content); }},
-        {"clearContent",
-         [&] {
-             converter.clearContent();
-             return QVariant();
-         }},
     };
-    return calls[operation]().toString();
+    if (operation == "clearContent")
+        converter.clearContent();
+    return calls.value(operation, [] { return QVariant(); })().toString();
 }
 
 } // namespace
@@ -91,166 +87,95 @@ class LanguageInformationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsValues_data();
-    void readsValues();
-    void listsUrls_data();
-    void listsUrls();
-    void callsOnADocument_data();
-    void callsOnADocument();
-    void takesLittleStackAndMemory();
-};
-
-void LanguageInformationTest::readsValues_data()
-{
-    addTable(R"(
-        url                         | value                                         | warning
-        Menu/number                 | 7                                             |
-        Menu/Save                   |                                               |
-        Menu/Direct/text            |                                               |
-        Menu/Deep/Deeper/text       | "deep"                                        |
-        Flat/Childs                 | {"Inner":{"text":"no containers"}}            |
-        Flat/Childs/                |                                               |
-        Flat/Childs/Inner/text      | "no containers"                               |
-        Flat/Childs/Inner/text/x/y/ |
-        .. | Unable to find jsonObject for url: "text/x/y/"
-        //text                      | "below"                                       |
-                                    | {"childs":{"":{"text":"below"}},"text":"top"} |
-        Broken/Any/text             |                                               |
-        flat/Childs                 |                                               |
-    )");
-}
-
-void LanguageInformationTest::readsValues()
-{
-    QJsonValue result = "untouched";
-    WarningCapture capture;
-    const bool isFound = LanguageInformation().readJsonValue(
-        cell("url"), languageDocument()["Content"].toObject(), result);
-    QCOMPARE(isFound, !cell("value").isEmpty());
-    QCOMPARE(result, isFound ? parseValue(cell("value")) : "untouched");
-    QCOMPARE(capture.take().join('\n'), cell("warning"));
-}
-
-void LanguageInformationTest::listsUrls_data()
-{
-    // N stands for a text node, N+ for one with more in it; each URL ends in ";".
-    addTable(R"(
-        urls                | content
-        A;A/B;A/b;B;childs; | {"childs": N, "B": N, "A": N+ "childs": {"b": N, "B": N}}}
-        A/B;A/other/C;D/E;
-        .. | {"A": {"B": N, "other": {"C": N}}, "B": {"text": ""}, "C": {"text": 1, "comment": ""}, "D": {"childs": {"E"
-        .. : N}}}
-        AMenu;              | {"A": {"childs": {"childsMenu": N}}}
-        ;childs/;childs/A;  | {"": N+ "childs": {"A": N, "": N}}}
-                            | [1]
-    )");
-}
-
-void LanguageInformationTest::listsUrls()
-{
-    const QString node = R"({"text": "", "comment": "")";
-    const QString content = cell("content").replace("N+", node + ',').replace("N", node + '}');
-    const QByteArray json = "{\"Content\": " + content.toUtf8() + '}';
-    const QStringList urls = LanguageInformation().getAvailableUrls(parseObject(json));
-    QCOMPARE(urls.isEmpty() ? QString() : urls.join(';') + ';', cell("urls"));
-}
-
-void LanguageInformationTest::callsOnADocument_data()
-{
-    addTable(R"(
+    void callsOnADocument_data()
+    {
+        addTable(R"(
         before | call | value | result | after | warning
-        {"A": {"x": 1}}                       | setJsonValue A/B/C   | "new"     | 0
-        .. | {"A": {"x": 1, "B": {"C": "new"}}} |
-        {"": 1}                               | setJsonValue         | "new"     | 3        | same
-        .. |
-        {"A": {"childs": {}}}                 | setJsonValue A//B    | 1         | 0
-        .. | {"A": {"childs": {}, "": {"B": 1}}} |
-        {"A": {"b": 1}, "B": 1}               | setJsonValue A       | {"c": 2}  | 0        | {"A": {"c": 2}, "B": 1}
-        .. |
-        {"A": {"B": null}}                    | setJsonValue A/B     | "new"     | 3        | same
-        .. |
-        {"A": {"B": [{}]}}                    | setJsonValue A/B/0/C | "new"     | 3        | same
-        .. | Unable to find jsonObject for url: "B/0/C"
-        {}                                    | setJsonValue A/B/C   | {"B": {}} | 0
-        .. | {"A": {"B": {"C": {"B": {}}}}}     |
-        {"Z": {}}                             | setJsonValue Z/A/B/C | {"B": 1}  | 3        | {"Z": {"A": {"B": 1}}}
+        WALK | readJsonValue Menu/number            | null | {"v":7} | same |
+        WALK | readJsonValue Menu/Save              | null | {"none":"untouched"} | same |
+        WALK | readJsonValue Menu/Direct/text       | null | {"none":"untouched"} | same |
+        WALK | readJsonValue Menu/Deep/Deeper/text  | null | {"v":"deep"} | same |
+        WALK | readJsonValue Flat/Childs            | null | {"v":{"Inner":{"text":"no containers"}}} | same |
+        WALK | readJsonValue Flat/Childs/           | null | {"none":"untouched"} | same |
+        WALK | readJsonValue Flat/Childs/Inner/text | null | {"v":"no containers"} | same |
+        WALK | readJsonValue Flat/Childs/Inner/text/x/y/ | null | {"none":"untouched"} | same
+        .. | Unable to find jsonObject for url: "text/x/y/"
+        WALK | readJsonValue //text                 | null | {"v":"below"} | same |
+        WALK | readJsonValue                     | null | {"v":{"childs":{"":{"text":"below"}},"text":"top"}} | same |
+        WALK | readJsonValue Broken/Any/text        | null | {"none":"untouched"} | same |
+        WALK | readJsonValue flat/Childs            | null | {"none":"untouched"} | same |
+        {"Content": {"childs": N, "B": N, "A": N+ "childs": {"b": N, "B": N}}}} | getAvailableUrls | null
+        .. | A;A/B;A/b;B;childs | same |
+        {"Content": {"A": {"B": N, "other": {"C": N}}, "B": {"text": ""}, "C": {"text": 1, "comment": ""},
+        .. "D": {"childs": {"E": N}}}} | getAvailableUrls | null | A/B;A/other/C;D/E | same |
+        {"Content": {"A": {"childs": {"childsMenu": N}}}} | getAvailableUrls | null | AMenu | same |
+        {"Content": {"": N+ "childs": {"A": N, "": N}}}} | getAvailableUrls | null | ;childs/;childs/A | same |
+        {"Content": [1]} | getAvailableUrls | null | | same |
+        {"A": {"x": 1}}         | setJsonValue A/B/C   | "new"     | 0        | {"A": {"x": 1, "B": {"C": "new"}}} |
+        {"": 1}                 | setJsonValue         | "new"     | 3        | same |
+        {"A": {"childs": {}}}   | setJsonValue A//B    | 1         | 0        | {"A": {"childs": {}, "": {"B": 1}}} |
+        {"A": {"b": 1}, "B": 1} | setJsonValue A       | {"c": 2}  | 0        | {"A": {"c": 2}, "B": 1} |
+        {"A": {"B": null}}      | setJsonValue A/B     | "new"     | 3        | same |
+        {"A": {"B": [{}]}} | setJsonValue A/B/0/C | "new" | 3 | same | Unable to find jsonObject for url: "B/0/C"
+        {}                      | setJsonValue A/B/C   | {"B": {}} | 0        | {"A": {"B": {"C": {"B": {}}}}} |
+        {"Z": {}} | setJsonValue Z/A/B/C | {"B": 1} | 3 | {"Z": {"A": {"B": 1}}}
         .. | Unable to find jsonObject for url: "B/C"
-        {"A": {"B": {"t": 1}}}                | setJsonValue A/B     | @A        | 0
-        .. | {"A": {"B": {"B": {"t": 1}}}}      |
-        {"A": {"B": {"t": 1}}}                | setJsonValue A       | @         | 0
-        .. | {"A": {"A": {"B": {"t": 1}}}}      |
-        {"Content": {}}                       | setText A/B          | "new"     | 0
-        .. | {"Content": {"A": {"childs": {"B": {"text": "new"}}}}} |
-        {"Content": {"A": {"text": "a"}}}     | setComment A         | "new"     | 0
+        {"A": {"B": {"t": 1}}}  | setJsonValue A/B     | @A        | 0        | {"A": {"B": {"B": {"t": 1}}}} |
+        {"A": {"B": {"t": 1}}}  | setJsonValue A       | @         | 0        | {"A": {"A": {"B": {"t": 1}}}} |
+        {"Content": {}} | setText A/B | "new" | 0 | {"Content": {"A": {"childs": {"B": {"text": "new"}}}}} |
+        {"Content": {"A": {"text": "a"}}} | setComment A | "new" | 0
         .. | {"Content": {"A": {"text": "a"}, "": {"comment": "new"}}} |
-        {}                                    | setText A//          | "new"     | 0
-        .. | {"Content": {"A": {"childs": {"": {"childs": {"": {"text": "new"}}}}}}} | "empty jsonObject passed"
-        {"Content": {"A": {"childs": "x"}}}   | setComment A/B       | "new"     | 3        | same
+        {} | setText A// | "new" | 0 | {"Content": {"A": {"childs": {"": {"childs": {"": {"text": "new"}}}}}}}
+        .. | "empty jsonObject passed"
+        {"Content": {"A": {"childs": "x"}}} | setComment A/B | "new" | 3 | same
         .. | Unable to find jsonObject for url: "childs/B/comment"
-        {"Content": {}}                       | setHeaderText 1      | "new"     | 0
-        .. | {"Content": {}, "Header": {"subLanguage": "new"}} |
-        {"Header": {"": "x"}}                 | setHeaderText 2      | "new"     | 3        | same
-        .. | unknown Header Url : 2
-        {"Content": {}}                       | setHeaderText -7     | "new"     | 0
-        .. | {"Content": {}, "Header": "new"}   | unknown Header Url : -7
-        {"Header": {"language": "de"}}        | getHeaderText 0      | null      | de       | same
-        .. |
-        {"Header": {"": "nameless"}}          | getHeaderText 2      | null      | nameless | same
-        .. | unknown Header Url : 2
-        {"Content": {"A": {"childs": {"B": {"text": 7}}}}} | getText A/B          | null      | ok       | same
+        {"Content": {}} | setHeaderText 1 | "new" | 0 | {"Content": {}, "Header": {"subLanguage": "new"}} |
+        {"Header": {"": "x"}} | setHeaderText 2 | "new" | 3 | same | unknown Header Url : 2
+        {"Content": {}} | setHeaderText -7 | "new" | 0 | {"Content": {}, "Header": "new"} | unknown Header Url : -7
+        {"Header": {"language": "de"}} | getHeaderText 0      | null      | de       | same |
+        {"Header": {"": "nameless"}} | getHeaderText 2 | null | nameless | same | unknown Header Url : 2
+        {"Content": {"A": {"childs": {"B": {"text": 7}}}}} | getText A/B | null | ok | same
         .. | Invalid data type of jsonValue for url: "A/B/text"
-        {"Content": {"A": {"text": "a"}}}     | getComment A         | null      | not ok   | same
+        {"Content": {"A": {"text": "a"}}} | getComment A         | null      | not ok   | same |
+        {"Content": {"A": {"text": "", "comment": ""}}} | getAvailableUrls     | null      | A        | same |
+        {"Header": {}, "Content": {"A": {}}} | replaceContent | {"B": {}} | false | {"Header": {}, "Content": {"B": {}}}
         .. |
-        {"Content": {"A": {"text": "", "comment": ""}}} | getAvailableUrls     | null      | A        | same
-        .. |
-        {"Header": {}, "Content": {"A": {}}}  | replaceContent       | {"B": {}} | false
-        .. | {"Header": {}, "Content": {"B": {}}} |
-        {"Header": {}, "Content": {"A": {}}}  | replaceContent       | @         | false
-        .. | {"Header": {}, "Content": {"Header": {}}} |
-        {"Header": {}, "Content": {"A": {}}}  | clearContent         | null      |
-        .. | {"Header": {}, "Content": {}}      |
-        {"Header": {}}                        | clearContent         | null      |
-        .. | {"Header": {}, "Content": {}}      |
-    )");
-}
+        {"Header": {}, "Content": {"A": {}}} | replaceContent | @ | false | {"Header": {}, "Content": {"Header": {}}} |
+        {"Header": {}, "Content": {"A": {}}} | clearContent | null |  | {"Header": {}, "Content": {}} |
+        {"Header": {}}          | clearContent         | null      |          | {"Header": {}, "Content": {}} |
+        )");
+    }
+    void callsOnADocument()
+    {
+        const QJsonObject before = documentIn("before");
+        QJsonObject document = before; // shared: the call must leave the other holder's copy alone
+        const QJsonValue value = valueFor(document);
+        QJsonObject seen; // while a write warns
+        WarningCapture warnings([&](const QString& text) {
+            seen = text.startsWith("Unable to find") ? document : seen;
+            return QString();
+        });
+        QCOMPARE(call(value, document), cell("result"));
+        QVERIFY(seen.isEmpty() || seen == document);
+        QCOMPARE(document, cell("after") == "same" ? before : documentIn("after"));
+        QCOMPARE(before, documentIn("before"));
+        QCOMPARE(value, valueFor(before));
+        QCOMPARE(warnings.take().join('\n'), cell("warning"));
+    }
 
-void LanguageInformationTest::callsOnADocument()
-{
-    const QJsonObject before = parseObject(cell("before").toUtf8());
-    QJsonObject document = before; // shared: the call must leave the other holder's copy alone
-    const QJsonValue value = valueFor(document);
-    WarningCapture warnings;
-    watched = &document;
-    seen = QJsonObject();
-    nextHandler = qInstallMessageHandler(watch);
-    const QString result = call(value, document);
-    qInstallMessageHandler(nextHandler);
-    QCOMPARE(result, cell("result"));
-    QVERIFY(seen.isEmpty() || seen == document);
-    QCOMPARE(document, cell("after") == "same" ? before : parseObject(cell("after").toUtf8()));
-    QCOMPARE(before, parseObject(cell("before").toUtf8()));
-    QCOMPARE(value, valueFor(before));
-    QCOMPARE(warnings.take().join('\n'), cell("warning"));
-}
-
-void LanguageInformationTest::takesLittleStackAndMemory()
-{
-    const QString url = (QString(100, 'k') + '/').repeated(2'000) + 'k';
-    QJsonObject document; // freed on the test's own stack: Qt does so by recursion
-    const int before = peakMegabytes();
-    runOnSmallStack([&] {
-        TextManagerConverter converter("de_DE", document);
-        QString comment = "c";
-        converter.setText(url, "new");
-        converter.setComment(url, comment);
-        QCOMPARE(converter.getAvailableUrls(), QStringList(url));
-    });
-    for (int key = 0; key < 2'000; ++key)
-        document.insert(QString::number(key), "short");
-    for (int round = 0; round < 200; ++round)
-        LanguageInformation().setJsonValue("0", QString(1'000'000, 'x'), document);
-    QVERIFY2(peakMegabytes() - before < 100, qPrintable(QString::number(peakMegabytes())));
-}
+    void takesLittleMemory()
+    {
+        QJsonObject document;
+        const int before = peakMegabytes();
+        const QString url = (QString(100, 'k') + '/').repeated(2'000) + 'k';
+        LanguageInformation().setJsonValue(url, "new", document);
+        for (int key = 0; key < 2'000; ++key)
+            document.insert(QString::number(key), "short");
+        for (int round = 0; round < 200; ++round)
+            LanguageInformation().setJsonValue("0", QString(1'000'000, 'x'), document);
+        QVERIFY2(peakMegabytes() - before < 100, qPrintable(QString::number(peakMegabytes())));
+    }
+};
 
 QTEST_GUILESS_MAIN(LanguageInformationTest)
 #include "tst_language_information.moc"

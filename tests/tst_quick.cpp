@@ -1,4 +1,5 @@
 #include "LanguageFiles.h"
+#include "Table.h"
 #include "WarningCapture.h"
 
 #include <TextManagerBase.h>
@@ -66,32 +67,29 @@ private Q_SLOTS:
             Text { id: save; objectName: "save"; text: { parent.calls.count += 1; return Texts.text("Save") } }
             Text { objectName: "same"; text: { parent.calls.count += 1; return Texts.text("Same") } }
             DeviceText { id: device; objectName: "device"; url: "Dirty" }
-            DeviceText { objectName: "same device"; url: "Same" } })");
-        const auto calls = [&] { return item->property("calls").toMap().value("count").toInt(); };
-        QSignalSpy sameChanged(item->findChild<QObject*>("same"), SIGNAL(textChanged(QString)));
-        QSignalSpy sameDeviceChanged(item->findChild<QObject*>("same device"),
-                                     SIGNAL(textChanged(QString)));
-        QCOMPARE(item->property("save"), "Sichern");
-        QCOMPARE(item->property("device"), "Filter verschmutzt");
-        QCOMPARE(calls(), 2);
-
+            DeviceText { objectName: "other"; url: "Same" } })");
+        const auto shown = [&] {
+            const int calls = item->property("calls").toMap().value("count").toInt();
+            return QString("%1, %2, %3 calls")
+                .arg(item->property("save").toString(), item->property("device").toString())
+                .arg(calls);
+        };
+        const QSignalSpy same(item->findChild<QObject*>("same"), SIGNAL(textChanged(QString)));
+        const QSignalSpy other(item->findChild<QObject*>("other"), SIGNAL(textChanged(QString)));
+        QCOMPARE(shown(), "Sichern, Filter verschmutzt, 2 calls");
         m_Device->setLanguage("en_US");
-        QCOMPARE(item->property("save"), "Save");
-        QCOMPARE(item->property("device"), "Filter dirty");
-        QCOMPARE(calls(), 4);
-
+        QCOMPARE(shown(), "Save, Filter dirty, 4 calls");
         writeLanguage("en_US", "Store", "Filter is dirty");
         m_Device->reloadLanguage();
-        QCOMPARE(item->property("save"), "Store");
-        QCOMPARE(item->property("device"), "Filter is dirty");
-        QCOMPARE(calls(), 6);
-        QCOMPARE(sameChanged.count() + sameDeviceChanged.count(), 0);
+        QCOMPARE(shown(), "Store, Filter is dirty, 6 calls");
+        QCOMPARE(same.count() + other.count(), 0);
     }
 
     void tellsOfLanguagesAndShowsAnother()
     {
         const auto item = create(R"(Item {
-            function choose(language) { Texts.chosenLanguage = language }
+            property string chosen
+            onChosenChanged: Texts.chosenLanguage = chosen
             property string state1: [Texts.language, Texts.deviceLanguage, Texts.chosenLanguage, Texts.isRightToLeft,
                 Texts.languages.join("+"), Texts.nameOf("de_DE"), Texts.nameOf("POSIX"),
                 Texts.text("Save")].join() })");
@@ -100,11 +98,11 @@ private Q_SLOTS:
         };
         const QString names = "Deutsch,POSIX";
         QCOMPARE(state(), "de_DE,de_DE,,false,*," + names + ",Sichern");
-        QMetaObject::invokeMethod(item.get(), "choose", Q_ARG(QVariant, "ar_EG"));
+        item->setProperty("chosen", "ar_EG");
         QCOMPARE(state(), "ar_EG,de_DE,ar_EG,true,*," + names + ",حفظ");
         m_Device->setLanguage("en_US");
         QCOMPARE(state(), "ar_EG,en_US,ar_EG,true,*," + names + ",حفظ");
-        QMetaObject::invokeMethod(item.get(), "choose", Q_ARG(QVariant, ""));
+        item->setProperty("chosen", "");
         QCOMPARE(state(), "en_US,en_US,,false,*," + names + ",Save");
     }
 
@@ -132,39 +130,27 @@ private Q_SLOTS:
 
     void takesTheShortTextWhereTheFullOneDoesNotFit_data()
     {
-        QTest::addColumn<QString>("properties");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("as wide as it wants") << ""
-                                             << "Filter verschmutzt";
-        QTest::newRow("wide enough") << "width: 500"
-                                     << "Filter verschmutzt";
-        QTest::newRow("too narrow") << "width: 60"
-                                    << "Filter!";
-        QTest::newRow("padded")
-            << "width: fullWidth; leftPadding: 100; Component.onCompleted: width -= 9"
-            << "Filter!";
-        QTest::newRow("without a width yet") << "width: 0"
-                                             << "Filter verschmutzt";
-        QTest::newRow("cut short") << "width: 60; elide: Text.ElideRight"
-                                   << "Filter!";
-        QTest::newRow("on two lines") << "width: 100; wrapMode: Text.Wrap"
-                                      << "Filter verschmutzt";
-        QTest::newRow("too low") << "width: 100; wrapMode: Text.Wrap; height: 20"
-                                 << "Filter!";
-        QTest::newRow("in smaller letters")
-            << "width: 100; fontSizeMode: Text.HorizontalFit; minimumPixelSize: 5"
-            << "Filter verschmutzt";
-        QTest::newRow("size from text") << "width: Math.min(implicitWidth, 60)"
-                                        << "Filter!";
+        addTable(R"(
+        case                | properties                                                            | text
+        as wide as it wants |                                                                       | Filter verschmutzt
+        wide enough         | width: 500                                                            | Filter verschmutzt
+        too narrow          | width: 60                                                             | Filter!
+        padded              | width: fullWidth; leftPadding: 100; Component.onCompleted: width -= 9 | Filter!
+        without a width yet | width: 0                                                              | Filter verschmutzt
+        cut short           | width: 60; elide: Text.ElideRight                                     | Filter!
+        on two lines        | width: 100; wrapMode: Text.Wrap                                       | Filter verschmutzt
+        too low             | width: 100; wrapMode: Text.Wrap; height: 20                           | Filter!
+        in smaller letters  | width: 100; fontSizeMode: Text.HorizontalFit; minimumPixelSize: 5     | Filter verschmutzt
+        size from text      | width: Math.min(implicitWidth, 60)                                    | Filter!
+        )");
     }
     void takesTheShortTextWhereTheFullOneDoesNotFit()
     {
         WarningCapture warnings;
-        QFETCH(QString, properties);
         const auto item =
-            create("DeviceText { url: 'Dirty'; font.pixelSize: 16; " + properties + " }");
+            create("DeviceText { url: 'Dirty'; font.pixelSize: 16; " + cell("properties") + " }");
         QCoreApplication::processEvents();
-        QTEST(item->property("text").toString(), "text");
+        QCOMPARE(item->property("text"), cell("text"));
         QCOMPARE(warnings.take(), QStringList());
     }
 
@@ -253,12 +239,8 @@ private Q_SLOTS:
         TextManagerQuick::install(*m_Engine, *m_Device);
         QCOMPARE(warnings.take(),
                  {"TextManagerQuick::install() was called before for this engine"});
-        QQmlEngine other;
-        QQmlComponent component(&other);
-        component.setData(
-            "import QtQuick 2.15\nimport TextManager 1.0\nText { text: Texts.text('Save') }",
-            QUrl());
-        const std::unique_ptr<QObject> label(component.create());
+        m_Engine = std::make_unique<QQmlEngine>();
+        create("Text { text: Texts.text('Save') }");
         QVERIFY(
             warnings.take().contains("TextManagerQuick::install() was not called for this engine"));
     }

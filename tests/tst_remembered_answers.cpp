@@ -1,24 +1,18 @@
-#include "LanguageFiles.h"
-#include "WarningCapture.h"
-
-#include "TextManagerBase.h"
+#include "OpenTextManager.h"
 
 #include <QFile>
 #include <QJsonDocument>
-#include <QTest>
 
 #include <random>
 
 namespace
 {
 
-/** A text manager that also looks up as if nothing were remembered, and lends its maps. */
-class OpenTextManager : public TextManagerBase
+/** A text manager that also looks up as if nothing were remembered. */
+class PlainTextManager : public OpenTextManager
 {
 public:
-    using TextManagerBase::m_LanguageMap;
-    using TextManagerBase::m_ShortLanguageMap;
-    using TextManagerBase::TextManagerBase;
+    using OpenTextManager::OpenTextManager;
 
     QString getTextPlainly(const QString& url, bool& ok, const QString& key) const
     {
@@ -57,190 +51,158 @@ class RememberedAnswersTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void answersAsIfNothingWereRemembered();
-    void leavesTheMapsPlain();
-    void tellsUrlsOfOneHashApart();
-    void takesNoMoreMemoryForMadeUpUrls();
-    void freesWhatIsReplaced();
+    void answersAsIfNothingWereRemembered()
+    {
+        const LanguageFiles files;
+        PlainTextManager manager(files.path(), "de_DE", "short");
+        WarningCapture capture;
+        const auto outcome = [&](auto lookUp) {
+            capture.take();
+            bool ok = false;
+            const QString text = lookUp(ok);
+            return QStringList{text, ok ? "ok" : "not ok"} + capture.take();
+        };
+
+        for (int round = 0; round < 1000 && !QTest::currentTestFailed(); ++round) {
+            changeSomething(files, manager);
+            if (below(2) == 0)
+                manager.reloadAndCompare(files, capture);
+            // Lent out before the look-ups, and used after them.
+            auto& map = below(2) == 0 ? manager.m_LanguageMap : manager.m_ShortLanguageMap;
+            const auto lent = map.find(any(languages));
+            for (int count = 0; count < 60; ++count) {
+                const QString url =
+                    QStringList{any(keys), any(keys), any(keys)}.mid(below(3)).join('/');
+                const QString key = any(languages + QStringList(""));
+                const QString chosen = manager.selectSuitableLanguageKey(key);
+                const QStringList full =
+                    outcome([&](bool& ok) { return manager.getTextPlainly(url, ok, chosen); });
+                QCOMPARE(outcome([&](bool& ok) { return manager.getText(url, ok, key, false); }),
+                         full);
+                QCOMPARE(manager.getText(url, key), full.first());
+                QCOMPARE(outcome([&](bool& ok) { return manager.getText(url, ok, key, true); }),
+                         outcome([&](bool& ok) { return manager.getTextPlainly(url, ok, key); }));
+                QCOMPARE(manager.getAnsweringLanguage(url, key),
+                         manager.getAnsweringLanguagePlainly(url, chosen));
+                QCOMPARE(outcome([&](bool& ok) { return manager.getShortText(url, ok, key); }),
+                         outcome([&](bool& ok) {
+                             return manager.getShortTextPlainly(url, ok, chosen);
+                         }));
+            }
+            if (lent != map.end()) {
+                lent.value()["Content"] = randomNode(0);
+                QCOMPARE(map.value(lent.key()), lent.value());
+            }
+        }
+    }
+
+    void tellsUrlsOfOneHashApart()
+    {
+        qSetGlobalQHashSeed(0); // of which the text manager makes 1
+        QHash<uint, QString> urls;
+        QString one, other;
+        while (other.isEmpty()) {
+            one = QString::number(m_Random(), 16).rightJustified(8, '0');
+            QString& known = urls[static_cast<uint>(qHash(one, 1))];
+            if (known != one)
+                std::swap(known, known.isEmpty() ? one : other);
+        }
+        QJsonObject nodes;
+        for (const QString& url : {one, other})
+            nodes.insert(url, QJsonObject{{"text", url}});
+        QJsonObject document{{"Content", nodes}};
+        const TextManagerBase manager("de_DE", document);
+        for (const QString& url : {one, other, one, other})
+            QCOMPARE(manager.getText(url, "de_DE"), url);
+    }
+
+    void takesNoMoreMemoryForMadeUpUrls()
+    {
+        const QString longText(50'000, 'x');
+        QJsonObject document{{"Content", QJsonObject{{"A", QJsonObject{{"text", longText}}}}}};
+        const TextManagerBase manager("en_US", document);
+        const int before = residentMegabytes();
+        bool ok = false;
+        for (int count = 0; count < 200'000; ++count) {
+            // Some in a large buffer of the caller.
+            QString made(count < 190'000 ? 250 : 20'000, 'x');
+            made.resize(240);
+            made += QString::number(count).rightJustified(10);
+            manager.getText(made, ok, "en_US", false);
+            if (count < 5'000)
+                manager.getText("A", ok, made, false);
+            manager.getShortText(made, ok, made);
+        }
+        // Unbounded in number or length it would be several hundred; a sanitizer multiplies what is
+        // kept.
+        QVERIFY2(residentMegabytes() - before < 200,
+                 qPrintable(QString::number(residentMegabytes())));
+    }
+
+    void freesWhatIsReplaced()
+    {
+        const LanguageFiles files;
+        OpenTextManager manager(files.path(), "de_DE", "short");
+        const int before = residentMegabytes();
+        for (int count = 0; count < 60; ++count) {
+            // One language, in a file of another name each time.
+            const QString name = QString("de_DE.%1").arg(count);
+            const QByteArray text = QByteArray(2'000'000, 'x') + QByteArray::number(count);
+            const LanguageFiles others;
+            for (const LanguageFiles* each : {&files, &others})
+                each->writeText(name, text);
+            QMap<QString, QJsonObject> map;
+            manager.addLanguage(others.path(), map);
+            manager.reloadLanguage();
+            QCOMPARE(manager.getText("A", "de_DE").size(), text.size());
+            files.remove(name);
+        }
+        QVERIFY2(residentMegabytes() - before < 60,
+                 qPrintable(QString::number(residentMegabytes())));
+    }
 
 private:
     int below(int limit) { return std::uniform_int_distribution<>(0, limit - 1)(m_Random); }
     QString any(const QStringList& list) { return list.at(below(static_cast<int>(list.size()))); }
-    QJsonValue randomNode(int depth);
+
+    /** A node with texts, empty texts, numbers for texts, and faults in its structure. */
+    QJsonValue randomNode(int depth)
+    {
+        const QJsonValue texts[] = {QString::number(m_Random()), "new", "", 7,
+                                    QJsonValue::Undefined};
+        QJsonObject node{{"comment", "c"}, {"text", texts[below(5)]}};
+        QJsonObject childs;
+        for (const QString& key : keys) {
+            if (depth < 2 && below(2) == 0)
+                childs.insert(key, below(12) == 0 ? "a leaf in the way" : randomNode(depth + 1));
+        }
+        if (!childs.isEmpty())
+            node.insert("childs", childs);
+        return depth == 0 ? childs : node;
+    }
     QJsonObject randomDocument() { return {{"Content", randomNode(0)}}; }
-    void changeSomething(const LanguageFiles& files, OpenTextManager& manager);
-    void reload(const LanguageFiles& files, OpenTextManager& manager, WarningCapture& capture);
+
+    /** Changes a file, or a map itself, or nothing. */
+    void changeSomething(const LanguageFiles& files, OpenTextManager& manager)
+    {
+        const QString language = any(languages);
+        const QByteArray contents[] = {QJsonDocument(randomDocument()).toJson(), "{\"Content\": {",
+                                       "{\"Content\": {\"A\": {\"text\": \"two\r\nlines\"}}}",
+                                       "{}"};
+        if (below(2) == 0)
+            files.write(any({"", "short/"}) + language + any({"", ".old"}), contents[below(4)]);
+        if (below(8) == 0)
+            QFile::remove(files.file(language));
+        if (below(4) == 0)
+            manager.m_LanguageMap[language] = randomDocument();
+        if (below(4) == 0)
+            manager.m_ShortLanguageMap[language] = randomDocument();
+        if (below(8) == 0)
+            manager.m_LanguageMap.remove(language);
+    }
 
     std::mt19937 m_Random;
 };
-
-/** A node with texts, empty texts, numbers for texts, and faults in its structure. */
-QJsonValue RememberedAnswersTest::randomNode(int depth)
-{
-    const QJsonValue texts[] = {QString::number(m_Random()), "new", "", 7, QJsonValue::Undefined};
-    QJsonObject node{{"comment", "c"}, {"text", texts[below(5)]}};
-    QJsonObject childs;
-    for (const QString& key : keys) {
-        if (depth < 2 && below(2) == 0)
-            childs.insert(key, below(12) == 0 ? "a leaf in the way" : randomNode(depth + 1));
-    }
-    if (!childs.isEmpty())
-        node.insert("childs", childs);
-    return depth == 0 ? childs : node;
-}
-
-/** Changes a file, or a map itself, or nothing. */
-void RememberedAnswersTest::changeSomething(const LanguageFiles& files, OpenTextManager& manager)
-{
-    const QString language = any(languages);
-    const QByteArray contents[] = {QJsonDocument(randomDocument()).toJson(), "{\"Content\": {",
-                                   "{\"Content\": {\"A\": {\"text\": \"two\r\nlines\"}}}", "{}"};
-    if (below(2) == 0)
-        files.write(any({"", "short/"}) + language + any({"", ".old"}), contents[below(4)]);
-    if (below(8) == 0)
-        QFile::remove(files.file(language));
-    if (below(4) == 0)
-        manager.m_LanguageMap[language] = randomDocument();
-    if (below(4) == 0)
-        manager.m_ShortLanguageMap[language] = randomDocument();
-    if (below(8) == 0)
-        manager.m_LanguageMap.remove(language);
-}
-
-/** A reload leaves what a text manager finds that reads the files for the first time. */
-void RememberedAnswersTest::reload(const LanguageFiles& files, OpenTextManager& manager,
-                                   WarningCapture& capture)
-{
-    capture.take();
-    manager.reloadLanguage();
-    const QStringList warnings = capture.take();
-    const OpenTextManager fresh(files.path(), "de_DE", "short");
-    QCOMPARE(warnings, capture.take());
-    for (const QString& language : fresh.m_LanguageMap.keys())
-        QCOMPARE(manager.m_LanguageMap[language], fresh.m_LanguageMap[language]);
-    for (const QString& language : fresh.m_ShortLanguageMap.keys())
-        QCOMPARE(manager.m_ShortLanguageMap[language], fresh.m_ShortLanguageMap[language]);
-}
-
-void RememberedAnswersTest::answersAsIfNothingWereRemembered()
-{
-    const LanguageFiles files;
-    OpenTextManager manager(files.path(), "de_DE", "short");
-    WarningCapture capture;
-    const auto outcome = [&](auto lookUp) {
-        capture.take();
-        bool ok = false;
-        const QString text = lookUp(ok);
-        return QStringList{text, ok ? "ok" : "not ok"} + capture.take();
-    };
-
-    for (int round = 0; round < 1000 && !QTest::currentTestFailed(); ++round) {
-        changeSomething(files, manager);
-        if (below(2) == 0)
-            reload(files, manager, capture);
-        // Lent out before the look-ups, and used after them.
-        auto& map = below(2) == 0 ? manager.m_LanguageMap : manager.m_ShortLanguageMap;
-        const auto lent = map.find(any(languages));
-        for (int count = 0; count < 60; ++count) {
-            const QString url =
-                QStringList{any(keys), any(keys), any(keys)}.mid(below(3)).join('/');
-            const QString key = any(languages + QStringList(""));
-            const QString chosen = manager.selectSuitableLanguageKey(key);
-            const QStringList full =
-                outcome([&](bool& ok) { return manager.getTextPlainly(url, ok, chosen); });
-            QCOMPARE(outcome([&](bool& ok) { return manager.getText(url, ok, key, false); }), full);
-            QCOMPARE(outcome([&](bool& ok) {
-                         ok = full.at(1) == "ok"; // which this form does not tell
-                         return manager.getText(url, key);
-                     }),
-                     full);
-            QCOMPARE(outcome([&](bool& ok) { return manager.getText(url, ok, key, true); }),
-                     outcome([&](bool& ok) { return manager.getTextPlainly(url, ok, key); }));
-            QCOMPARE(manager.getAnsweringLanguage(url, key),
-                     manager.getAnsweringLanguagePlainly(url, chosen));
-            QCOMPARE(
-                outcome([&](bool& ok) { return manager.getShortText(url, ok, key); }),
-                outcome([&](bool& ok) { return manager.getShortTextPlainly(url, ok, chosen); }));
-        }
-        if (lent != map.end()) {
-            lent.value()["Content"] = randomNode(0);
-            QCOMPARE(map.value(lent.key()), lent.value());
-        }
-    }
-}
-
-void RememberedAnswersTest::leavesTheMapsPlain()
-{
-    const LanguageFiles files;
-    for (const QString& language : languages)
-        files.write(language, R"({"Content": {"A": {"text": "a"}}})");
-    OpenTextManager manager(files.path(), "de_DE", "short");
-    QStringList seen;
-    for (auto it = manager.m_LanguageMap.begin(); it != manager.m_LanguageMap.end(); ++it)
-        seen += it.key() + manager.getText("A", it.key());
-    QCOMPARE(seen.join(' '), "POSIXa de_ATa de_DEa en_USa");
-}
-
-void RememberedAnswersTest::tellsUrlsOfOneHashApart()
-{
-    qSetGlobalQHashSeed(0); // of which the text manager makes 1
-    QHash<uint, QString> urls;
-    QString one, other;
-    while (other.isEmpty()) {
-        one = QString::number(m_Random(), 16).rightJustified(8, '0');
-        QString& known = urls[static_cast<uint>(qHash(one, 1))];
-        if (known != one)
-            std::swap(known, known.isEmpty() ? one : other);
-    }
-    QJsonObject nodes;
-    for (const QString& url : {one, other})
-        nodes.insert(url, QJsonObject{{"text", url}});
-    QJsonObject document{{"Content", nodes}};
-    const TextManagerBase manager("de_DE", document);
-    for (const QString& url : {one, other, one, other})
-        QCOMPARE(manager.getText(url, "de_DE"), url);
-}
-
-void RememberedAnswersTest::takesNoMoreMemoryForMadeUpUrls()
-{
-    const QString longText(50'000, 'x');
-    QJsonObject document{{"Content", QJsonObject{{"A", QJsonObject{{"text", longText}}}}}};
-    const TextManagerBase manager("en_US", document);
-    const int before = residentMegabytes();
-    bool ok = false;
-    for (int count = 0; count < 200'000; ++count) {
-        QString made(count < 190'000 ? 250 : 20'000, 'x'); // some in a large buffer of the caller
-        made.resize(240);
-        made += QString::number(count).rightJustified(10);
-        manager.getText(made, ok, "en_US", false);
-        if (count < 5'000)
-            manager.getText("A", ok, made, false);
-        manager.getShortText(made, ok, made);
-    }
-    // Unbounded in number or length it would be several hundred; a sanitizer multiplies what is
-    // kept.
-    QVERIFY2(residentMegabytes() - before < 200, qPrintable(QString::number(residentMegabytes())));
-}
-
-void RememberedAnswersTest::freesWhatIsReplaced()
-{
-    const LanguageFiles files;
-    OpenTextManager manager(files.path(), "de_DE", "short");
-    const int before = residentMegabytes();
-    for (int count = 0; count < 60; ++count) { // one language, in a file of another name each time
-        const QString name = QString("de_DE.%1").arg(count);
-        const QByteArray text = QByteArray(2'000'000, 'x') + QByteArray::number(count);
-        const LanguageFiles others;
-        for (const LanguageFiles* each : {&files, &others})
-            each->write(name, R"({"Content": {"A": {"text": ")" + text + R"("}}})");
-        QMap<QString, QJsonObject> map;
-        manager.addLanguage(others.path(), map);
-        manager.reloadLanguage();
-        QCOMPARE(manager.getText("A", "de_DE").size(), text.size());
-        files.remove(name);
-    }
-    QVERIFY2(residentMegabytes() - before < 60, qPrintable(QString::number(residentMegabytes())));
-}
 
 QTEST_GUILESS_MAIN(RememberedAnswersTest)
 #include "tst_remembered_answers.moc"

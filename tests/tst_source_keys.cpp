@@ -4,29 +4,14 @@
 
 #include <QTest>
 
-/** Text URLs as constants of generated sources, and as they are used in sources that people write.
- */
-class SourceKeysTest : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void namesConstants_data();
-    void namesConstants();
-    void generatesTheSameBytes();
-    void findsUses_data();
-    void findsUses();
-    void keepsPlaces();
-};
-
 namespace
 {
 
 QVector<KeyText> textsOf(const QString& urls)
 {
     QVector<KeyText> texts;
-    for (const QString& url : urls.split(' '))
-        texts.append({QString(url).replace('_' + QString('_'), " "), "Text", "Comment"});
+    for (QString url : urls.split(' '))
+        texts.append({url.replace("__", " "), "Text", "Comment"});
     return texts;
 }
 
@@ -57,10 +42,18 @@ UrlNames exampleNames()
 
 } // namespace
 
-void SourceKeysTest::namesConstants_data()
+/** Text URLs as constants of generated sources, and as they are used in sources that people write.
+ */
+class SourceKeysTest : public QObject
 {
-    // "__" stands for a blank in a URL.
-    addTable(R"(urls                 | C++                           | QML
+    Q_OBJECT
+
+private Q_SLOTS:
+    void namesConstants_data()
+    {
+        // "__" stands for a blank in a URL.
+        addTable(R"(
+        urls                         | C++                           | QML
         Menu/Save                    | Menu::Save                    | menu.save
         Menu Menu/Save               | Menu::Save Menu::self         | menu.save menu.self
         Menu/self                    | Menu::self_                   | menu.self_
@@ -70,43 +63,44 @@ void SourceKeysTest::namesConstants_data()
         a-b a_b                      | _u0061_u002db _u0061_u005fb   | _u0061_u002db _u0061_u005fb
         self self_                   | _u0073elf _u0073elf_u005f     | _u0073elf _u0073elf_u005f
         TextKey                      | TextKey_                      | textKey
-        Menu/                        | Menu::_                       | menu._)");
-}
+        Menu/                        | Menu::_                       | menu._
+        )");
+    }
+    void namesConstants()
+    {
+        const QVector<KeyText> texts = textsOf(cell("urls"));
+        const auto sorted = [](const QHash<TextKey, QString>& constants) {
+            QStringList names;
+            for (auto constant = constants.begin(); constant != constants.end(); ++constant)
+                names.append(constant.key());
+            names.sort();
+            return names.join(' ');
+        };
+        QCOMPARE(sorted(keyHeaderNames(texts)), cell("C++"));
+        QCOMPARE(sorted(keySingletonNames(texts)), cell("QML"));
+        QCOMPARE(keyHeaderNames(texts).size(), texts.size());
+    }
 
-void SourceKeysTest::namesConstants()
-{
-    const QVector<KeyText> texts = textsOf(cell("urls"));
-    const auto sorted = [](const QHash<TextKey, QString>& constants) {
-        QStringList names;
-        for (auto constant = constants.begin(); constant != constants.end(); ++constant)
-            names.append(constant.key());
-        names.sort();
-        return names.join(' ');
-    };
-    QCOMPARE(sorted(keyHeaderNames(texts)), cell("C++"));
-    QCOMPARE(sorted(keySingletonNames(texts)), cell("QML"));
-    QCOMPARE(keyHeaderNames(texts).size(), texts.size());
-}
+    void generatesTheSameBytes()
+    {
+        QVector<KeyText> texts = {{"Menu/\"\\\n\u00e4b", "a */ b\nc", "At most\t12"},
+                                  {"Menu", "M", ""}};
+        const QByteArray header = generateKeyHeader(texts, "App::Keys");
+        std::swap(texts[0], texts[1]);
+        QCOMPARE(generateKeyHeader(texts, "App::Keys"), header);
+        QVERIFY(header.contains("QStringLiteral(\"Menu/\\\"\\\\\\x000a\" u\"\\x00e4\" u\"b\")"));
+        QVERIFY(header.contains("/** \"a * / b c\" - At most 12 */\n"));
+        QVERIFY(generateKeySingleton(texts).contains("\"Menu/\\\"\\\\\\u000a\\u00e4b\""));
+        for (const char* name : {"Keys", "App::Keys", "a1_"})
+            QVERIFY2(isNamespaceName(name), name);
+        for (const char* name : {"", "1a", "a::", "class", "_A", "a b", "a::;b"})
+            QVERIFY2(!isNamespaceName(name), name);
+    }
 
-void SourceKeysTest::generatesTheSameBytes()
-{
-    QVector<KeyText> texts = {{"Menu/\"\\\n\u00e4b", "a */ b\nc", "At most\t12"},
-                              {"Menu", "M", ""}};
-    const QByteArray header = generateKeyHeader(texts, "App::Keys");
-    std::swap(texts[0], texts[1]);
-    QCOMPARE(generateKeyHeader(texts, "App::Keys"), header);
-    QVERIFY(header.contains("QStringLiteral(\"Menu/\\\"\\\\\\x000a\" u\"\\x00e4\" u\"b\")"));
-    QVERIFY(header.contains("/** \"a * / b c\" - At most 12 */\n"));
-    QVERIFY(generateKeySingleton(texts).contains("\"Menu/\\\"\\\\\\u000a\\u00e4b\""));
-    for (const char* name : {"Keys", "App::Keys", "a1_"})
-        QVERIFY2(isNamespaceName(name), name);
-    for (const char* name : {"", "1a", "a::", "class", "_A", "a b", "a::;b"})
-        QVERIFY2(!isNamespaceName(name), name);
-}
-
-void SourceKeysTest::findsUses_data()
-{
-    addTable(R"x(in | source                                                          | uses
+    void findsUses_data()
+    {
+        addTable(R"x(
+        in   | source                                                          | uses
         c++  | t.getText("Menu/Save", QString());                               | Menu/Save
         c++  | t->getText(QStringLiteral("A") , ok, key, true)                  | A
         c++  | t.getShortText(QString::fromUtf8("A/" "B"), "de_DE")             | A/B
@@ -125,7 +119,7 @@ void SourceKeysTest::findsUses_data()
         c++  | QString getText(const QString& textUrl, const QString& key);     |
         c++  | QString T::getText(const QString& textUrl) const {}              |
         c++  | // t.getText("A", key)                                           |
-        c++  | /* t.getText("A", key) */ const char c = '"'; t.getText("B", k)  | B
+        c++  | /* t.getText("A", key) */ const char c[] = {'"', '"'}; t.getText("B", k) | B
         c++  | int million = 1'000'000; t.getText("A", key);                    | A
         c++  | t.getText(TextKeys::Menu::Save, key)                             | Menu/Save Menu/Save
         c++  | show(App::TextKeys::class_::Air_Flow)                            | class/Air-Flow
@@ -139,31 +133,32 @@ void SourceKeysTest::findsUses_data()
         qml  | DeviceText { url: modelData }                                    | ?
         qml  | Image { url: "A" }                                               |
         qml  | Label { text: Texts.text(TextKeys.menu.self) }                   | Menu Menu
-        qml  | property var r: /"/; Label { text: Texts.text("A") }             | A
+        qml  | property var r: [/"/, Texts.text("A"), /"/]                      | A
         json | {"labelTextId": "A/B", "text": "C", "other": {"labelTextId": ""}} | A/B
         json | {"labelTextId": 7, "a": ["labelTextId", "x"]}                    |
-        c++  | t.getText("A                                                     |
-        c++  | t.getText(                                                       |)x");
-}
+        c++  | t.getText(″A                                           |
+        c++  | t.getText(                                                       |
+        )x");
+    }
+    void findsUses()
+    {
+        const UrlNames names = exampleNames();
+        QCOMPARE(shownUses(findTextUses(cell("source"), languageOf(cell("in")), names).uses),
+                 cell("uses"));
+    }
 
-void SourceKeysTest::findsUses()
-{
-    const UrlNames names = exampleNames();
-    QCOMPARE(shownUses(findTextUses(cell("source"), languageOf(cell("in")), names).uses),
-             cell("uses"));
-}
-
-void SourceKeysTest::keepsPlaces()
-{
-    const QString source =
-        QString::fromUtf8("// \xf0\x9f\x98\x80\n/* \xf0\x9f\x98\x80 */ f(\"Menu\");\n"
-                          "  t.getText(\"A\", k);");
-    const SourceUses found = findTextUses(source, SourceLanguage::Cpp, exampleNames());
-    QCOMPARE(found.uses.size(), 1);
-    QCOMPARE(found.uses.first().place.line, 3);
-    QCOMPARE(found.uses.first().place.column, 13);
-    QCOMPARE(found.literals, QSet<TextKey>({QString("Menu"), QString("A")}));
-}
+    void keepsPlaces()
+    {
+        const QString source =
+            QString::fromUtf8("// \xf0\x9f\x98\x80\n/* \xf0\x9f\x98\x80 */ f(\"Menu\");\n"
+                              "  t.getText(\"A\", k);");
+        const SourceUses found = findTextUses(source, SourceLanguage::Cpp, exampleNames());
+        QCOMPARE(found.uses.size(), 1);
+        QCOMPARE(found.uses.first().place.line, 3);
+        QCOMPARE(found.uses.first().place.column, 13);
+        QCOMPARE(found.literals, QSet<TextKey>({QString("Menu"), QString("A")}));
+    }
+};
 
 QTEST_APPLESS_MAIN(SourceKeysTest)
 

@@ -3,18 +3,15 @@
 #include "Table.h"
 #include "ToolRun.h"
 
-#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QTest>
+
+#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace
 {
-
-QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 void writeFolder(const LanguageFiles& files)
 {
@@ -22,7 +19,8 @@ void writeFolder(const LanguageFiles& files)
         "comment": "c", "childs": {"comment": {"text": "x", "comment": "y"}}}, "H": {"text": "h"}}})");
     files.write("en_US", R"({"Content": {"M": {"text": "m", "comment": ""}, "E": {"text": "e"}}})");
     files.write("short/de", R"({"Content": {"M": {"text": "s", "comment": "c"}}})");
-    files.write("faulty/de", R"({"Content": {"M": }})");
+    QDir(files.path()).mkdir("links");
+    QFile::link("../short/de.json", files.file("links/de"));
 }
 
 } // namespace
@@ -32,108 +30,112 @@ class ToolPackingTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void packs_data();
-    void packs();
-    void packsTheSameTwice();
-    void seesWhatIsAnsweredOtherwise_data();
-    void seesWhatIsAnsweredOtherwise();
-};
-
-void ToolPackingTest::packs_data()
-{
-    addTable(R"(
-        words                                           | exit | de                   | message
-        pack DIR -o DIR/out                             | 0
-        .. | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"y","text":"x"}},"comment":"c",
-        .. "text":"ü"}},"Header":{"language":"d"}}\n |
-        pack DIR -o DIR/a/out --blank-comments          | 0
-        .. | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"","text":"x"}},"comment":"","text":"ü"}},
-        .. "Header":{"language":"d"}}\n |
-        pack DIR -o DIR/out --drop-comments --languages de | 0
-        .. | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"text":"x"}},"text":"ü"}},"Header":{"language":"d"}}
-        .. \n | de has 1 texts of languages that are not packed; they will be empty, or others.\n
-        .. textmanager: without comments no URL is listed
-        pack DIR -o DIR/out --dry-run                   | 0 | | a dry run: nothing was written to
-        pack DIR/faulty -o DIR/out                      | 2 | | de.json:1:19: malformed JSON
-        pack DIR -o DIR/out --languages de,fr           | 2 | | there is no language 'fr'
-        pack DIR -o DIR/short --languages de            | 2 |
-        .. | short' holds something already. Empty it, or give --force.
-        pack DIR -o DIR/faulty --force --languages en_US | 2 | | faulty/de.json: is not of this pack
-        pack DIR -o DIR/faulty/.. --force               | 2 | | is the folder that is to be packed
-        pack DIR -o DIR/de.json                         | 2 | | is no folder
-        pack DIR                                        | 2 | | --output DIR is missing
-        pack DIR -o DIR/out --blank-comments --drop-comments | 2 | | exclude each other
-    )");
-}
-
-void ToolPackingTest::packs()
-{
-    const LanguageFiles files;
-    writeFolder(files);
-    const ToolRun run(files.words(cell("words")));
-    QVERIFY2(run.says(cell("message")), qPrintable(run.messages()));
-    QCOMPARE(QString::number(run.exitStatus()), cell("exit"));
-    const QString name = cell("words").contains("/a/") ? "a/out/de" : "out/de";
-    QCOMPARE(QString::fromUtf8(bytesOf(files.file(name))), cell("de"));
-    const QStringList remains =
-        QDir(files.path()).entryList({".*"}, QDir::AllEntries | QDir::Hidden);
-    QCOMPARE(remains, QStringList({".", ".."}));
-}
-
-void ToolPackingTest::packsTheSameTwice()
-{
-    const LanguageFiles files;
-    writeFolder(files);
-    const QDateTime newest = QDateTime::fromSecsSinceEpoch(2'000'000'000);
-    QFile source(files.file("short/de"));
-    QVERIFY(source.open(QIODevice::ReadWrite) &&
-            source.setFileTime(newest, QFile::FileModificationTime));
-    source.close();
-    const QStringList words = files.words("pack DIR -o DIR/out --short-folder short --force");
-    for (int run = 0; run < 2; ++run) {
-        QCOMPARE(ToolRun(words).exitStatus(), 0);
-        for (const QString name : {"out/de", "out/en_US", "out/short/de"})
-            QCOMPARE(QFileInfo(files.file(name)).lastModified(), newest);
+    void packs_data()
+    {
+        addTable(R"(
+        words                           | de
+        pack DIR -o DIR/out | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"y","text":"x"}},
+        .. "comment":"c","text":"ü"}},"Header":{"language":"d"}}\n
+        pack DIR -o DIR/a/out --blank-comments | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{"comment":"",
+        .. "text":"x"}},"comment":"","text":"ü"}},"Header":{"language":"d"}}\n
+        pack DIR -o DIR/out --drop-comments --languages de | {"Content":{"H":{"text":"h"},"M":{"childs":{"comment":{
+        .. "text":"x"}},"text":"ü"}},"Header":{"language":"d"}}\n
+        pack DIR -o DIR/a/b/out --dry-run |
+        )");
     }
-}
+    void packs()
+    {
+        const LanguageFiles files;
+        writeFolder(files);
+        const QStringList before = QDir(files.path()).entryList();
+        const ToolRun run(files.words(cell("words")));
+        QVERIFY2(run.exitStatus() == 0, qPrintable(run.messages()));
+        QCOMPARE(run.says("de has 1 texts of languages that are not packed; they will be empty"),
+                 cell("words").contains("--languages"));
+        QCOMPARE(run.says("without comments no URL is listed"), cell("words").contains("drop"));
+        const QString name = cell("words").contains("/a/out") ? "a/out/de" : "out/de";
+        QCOMPARE(QString::fromUtf8(files.read(name)), cell("de"));
+        if (cell("de").isEmpty())
+            QCOMPARE(QDir(files.path()).entryList(), before);
+    }
 
-void ToolPackingTest::seesWhatIsAnsweredOtherwise_data()
-{
-    addTable(R"(
-        file     | content                                                      | difference
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü", "comment": "c"}}}
-        .. | the packed folder answers otherwise for H in de.
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "u", "comment": "c"}, "H": {"text": "h"}}}
-        .. | the packed folder answers otherwise for M in de.
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü", "comment": ""}, "H": {"text": "h"}}}
-        .. | the packed folder answers otherwise for M in de.
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü"}, "H": {"text": "h"}}}
-        .. | the packed folder lists other URLs in de.
-        de       | {"Content": {"M": {"text": "ü", "comment": "c"}, "H": {"text": "h"}}}
-        .. | the packed folder has another header in de.
-        short/de | {"Content": {"M": {"text": "t"}}}
-        .. | the packed folder answers otherwise for M in de.
-        fr       | {"Content": {}}
-        .. | the packed folder has other languages.
-        de       | {"Header": {"language": "d"}, "Content": {"M": {"text": "ü", "comment": "c"}, "H": {"text": "h"}}} |
-    )");
-}
+    void refusesToDestroy_data()
+    {
+        addTable(R"(
+        words                                        | message
+        pack DIR/short -o DIR                        | holds something already. Empty it, or give --force.
+        pack DIR/short -o DIR --force                | en_US.json: is not of this pack
+        pack DIR -o DIR/short/.. --force             | de.json: is to be packed, and would be
+        pack DIR -o DIR/short --languages de --force | short' is in the folder that is to be packed, and
+        pack DIR/links -o DIR/short --force          | short/de.json: is to be packed, and would be
+        )");
+    }
+    void refusesToDestroy()
+    {
+        const LanguageFiles files;
+        writeFolder(files);
+        const auto before = files.readAll();
+        const ToolRun run(files.words(cell("words")));
+        QVERIFY2(run.says(cell("message")), qPrintable(run.messages()));
+        QCOMPARE(run.exitStatus(), 2);
+        QCOMPARE(files.readAll(), before);
+    }
 
-void ToolPackingTest::seesWhatIsAnsweredOtherwise()
-{
-    const LanguageFiles files;
-    for (const QString name : {"de", "out/de"})
-        files.write(name, R"({"Header": {"language": "d"}, "Content": {"M": {"text": "ü",
-            "comment": "c"}, "H": {"text": "h"}}})");
-    for (const QString name : {"short/de", "out/short/de"})
-        files.write(name, R"({"Content": {"M": {"text": "s"}}})");
-    files.write("out/" + cell("file"), cell("content").toUtf8());
-    PackRequest request;
-    request.folderPath = files.path();
-    request.shortFolder = "short";
-    const PackVerification verification(request, {"de"}, files.path() + "out");
-    QCOMPARE(verification.findDifference("de"), cell("difference"));
-}
+    void packsTheSameTwice()
+    {
+        const LanguageFiles files;
+        writeFolder(files);
+        const timespec newest = {2'000'000'000, 123'456'789};
+        const timespec times[] = {newest, newest};
+        QCOMPARE(utimensat(AT_FDCWD, qPrintable(files.file("short/de")), times, 0), 0);
+        const QStringList words = files.words("pack DIR -o DIR/out --short-folder short --force");
+        for (int run = 0; run < 2; ++run) {
+            QCOMPARE(ToolRun(words).exitStatus(), 0);
+            for (const QString name : {"out/de", "out/en_US", "out/short/de"}) {
+                struct stat status = {};
+                QCOMPARE(stat(qPrintable(files.file(name)), &status), 0);
+                QCOMPARE(status.st_mtim.tv_sec, newest.tv_sec);
+                QCOMPARE(status.st_mtim.tv_nsec, newest.tv_nsec);
+            }
+        }
+    }
+
+    void seesWhatIsAnsweredOtherwise_data()
+    {
+        // What is packed wrongly, and how.
+        addTable(R"(
+        file     | from                 | to                 | difference
+        de       | , "H": {"text": "h"} |                    | answers otherwise for H in de.
+        de       | "ü"                  | "u"                | answers otherwise for M in de.
+        de       | "comment": "c"       | "comment": ""      | answers otherwise for M in de.
+        de       | , "comment": "c"     |                    | lists other URLs in de.
+        de       | "language": "d"      | "language": "e"    | has another header in de.
+        short/de | "s"                  | "t"                | answers otherwise for M in de.
+        fr       |                      |                    | has other languages.
+        de       |                      |                    |
+        )");
+    }
+    void seesWhatIsAnsweredOtherwise()
+    {
+        const LanguageFiles files;
+        for (const QString folder : {"", "out/"}) {
+            files.write(folder + "de", R"({"Header": {"language": "d"},
+                "Content": {"M": {"text": "ü", "comment": "c"}, "H": {"text": "h"}}})");
+            files.write(folder + "short/de", R"({"Content": {"M": {"text": "s"}}})");
+        }
+        QString wrong = files.read(cell("file"));
+        wrong.replace(cell("from").isEmpty() ? "\n" : cell("from"), cell("to"));
+        files.write("out/" + cell("file"),
+                    cell("file") == "fr" ? R"({"Content": {}})" : wrong.toUtf8());
+        PackRequest request;
+        request.folderPath = files.path();
+        request.shortFolder = "short";
+        const PackVerification verification(request, {"de"}, files.path() + "out");
+        const QString difference = cell("difference");
+        QCOMPARE(verification.findDifference("de"),
+                 difference.isEmpty() ? QString() : "the packed folder " + difference);
+    }
+};
 
 QTEST_GUILESS_MAIN(ToolPackingTest)
 #include "tst_tool_packing.moc"

@@ -10,8 +10,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QMetaMethod>
-#include <QMetaProperty>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -25,15 +23,6 @@ QVariant parseValue(const QString& json)
 {
     const QJsonArray values = QJsonDocument::fromJson('[' + json.toUtf8() + ']').array();
     return values.isEmpty() ? QVariant() : values.first().toVariant();
-}
-
-const TranslateableTextHelper* watched = nullptr;
-QtMessageHandler capture = nullptr;
-
-/** Adds to a message whether it finds the helper's object empty. */
-void watch(QtMsgType type, const QMessageLogContext& context, const QString& text)
-{
-    capture(type, context, text + (watched->getAvailableLanguages().isEmpty() ? " (empty)" : ""));
 }
 
 void take(TranslateableTextHelper& helper, const QString& step)
@@ -71,19 +60,11 @@ class TranslateableTextsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void followsItsObject_data();
-    void followsItsObject();
-    void survivesItsSlots();
-    void describesItself();
-    void exportsWhatTheHelperTakes();
-    void readsDynamicTexts();
-};
-
-void TranslateableTextsTest::followsItsObject_data()
-{
-    // Each row begins in fr_FR with {"en_US": "A", "POSIX": "B"}.
-    addTable(
-        R"(steps                         | signals | text | valid | object                        | warnings
+    void followsItsObject_data()
+    {
+        // Each row begins in fr_FR with {"en_US": "A", "POSIX": "B"}.
+        addTable(
+            R"(steps                         | signals | text | valid | object                        | warnings
         json {"de_DE": "D", "POSIX": "B"}     | 1 | B | true  | {"POSIX":"B","de_DE":"D"}              |
         json {"FR_fr": "F", "en_US": "A"}     | 0 | A | false | {"FR_fr":"F","en_US":"A"}              |
         json {"fr_FR": "", "de_DE": 7, "en_US": {}, "POSIX": null} | 1 |  | true | {"POSIX":"","de_DE":"7"} |
@@ -103,105 +84,93 @@ void TranslateableTextsTest::followsItsObject_data()
         reset; get                            | 0 |   | false | {}
         .. | Unable to find suitable language! (empty)\n
         .. No suitable text found in translateable text object for language "fr_FR" : QMap() ! (empty))");
-}
-
-void TranslateableTextsTest::followsItsObject()
-{
-    TranslateableTextHelper helper("fr_FR", nullptr);
-    QVERIFY(helper.setTranslateableTextObject(QJsonObject{{"en_US", "A"}, {"POSIX", "B"}}));
-    const QSignalSpy spy(&helper, &TranslateableTextHelper::currentTextChanged);
-    bool isValidThen = true; // at the last signal
-    connect(&helper, &TranslateableTextHelper::currentTextChanged, this,
-            [&] { isValidThen = helper.isValid(); });
-    WarningCapture warnings;
-    watched = &helper;
-    capture = qInstallMessageHandler(watch);
-    for (const QString& step : cell("steps").split("; "))
-        take(helper, step);
-    qInstallMessageHandler(capture);
-    QCOMPARE(warnings.take().join('\n'), cell("warnings"));
-    QCOMPARE(spy.count(), cell("signals").toInt());
-    QVERIFY(spy.isEmpty() || isValidThen == helper.isValid());
-    QCOMPARE(helper.currentText(), cell("text"));
-    QCOMPARE(QVariant(helper.isValid()).toString(), cell("valid"));
-    QCOMPARE(helper.getTranslateableTextObjectAsJsonString(), cell("object"));
-    for (const QVariant& text : helper.getTranslateableTextObject())
-        QCOMPARE(text.userType(), int(QMetaType::QString));
-}
-
-void TranslateableTextsTest::survivesItsSlots()
-{
-    auto deleted = std::make_unique<TranslateableTextHelper>("en_US", nullptr);
-    connect(deleted.get(), &TranslateableTextHelper::currentTextChanged, this,
-            [&] { deleted.reset(); });
-    QVERIFY(!deleted->setTranslateableTextObject(QJsonObject{{"POSIX", "x"}}));
-
-    TranslateableTextHelper setAgain("en_US", nullptr);
-    connect(&setAgain, &TranslateableTextHelper::currentTextChanged, this, [&] {
-        setAgain.setTranslateableTextObject(QJsonObject{{"en_US", "inner"}});
-    });
-    QVERIFY(!setAgain.setTranslateableTextObject(QJsonObject{{"POSIX", "outer"}}));
-    QCOMPARE(setAgain.currentText(), QString("inner"));
-}
-
-void TranslateableTextsTest::describesItself()
-{
-    const QMetaObject& meta = TranslateableTextHelper::staticMetaObject;
-    QCOMPARE(meta.methodCount() - meta.methodOffset(), 2);
-    const QMetaMethod reloaded = meta.method(meta.indexOfSlot("languageGotReloaded(QString)"));
-    QCOMPARE(reloaded.parameterNames(), QList<QByteArray>{"strLanguage"});
-    QCOMPARE(reloaded.access(), QMetaMethod::Private);
-    const QMetaProperty property = meta.property(meta.indexOfProperty("currentText"));
-    QCOMPARE(property.notifySignal().methodSignature(), "currentTextChanged()");
-}
-
-void TranslateableTextsTest::exportsWhatTheHelperTakes()
-{
-    const TextManagerBase manager(EXAMPLE_LANGUAGES, "de_DE", "short");
-    for (const QString& url : manager.getAvailableUrls("POSIX")) {
-        TranslateableTextHelper helper("de_DE", nullptr);
-        QVERIFY(helper.setTranslateableTextObject(
-            ReadAllTextsHelper::getAllTextsAsJsonString(manager, url)));
-        QCOMPARE(helper.getTranslateableTextObject(),
-                 ReadAllTextsHelper::getAllTextsAsVariantMap(manager, url));
-        QCOMPARE(helper.currentText(), manager.getText(url, "de_DE"));
     }
-    const LanguageFiles files;
-    files.write("de_DE", R"({"Content": {}})");
-    files.write("POSIX", R"({"Content": {"A": {"text": ""}}})");
-    QCOMPARE(
-        ReadAllTextsHelper::getAllTextsAsJsonString(TextManagerBase(files.path(), "", ""), "A"),
-        R"({"de_DE":""})");
-}
+    void followsItsObject()
+    {
+        TranslateableTextHelper helper("fr_FR", nullptr);
+        QVERIFY(helper.setTranslateableTextObject(QJsonObject{{"en_US", "A"}, {"POSIX", "B"}}));
+        const QSignalSpy spy(&helper, &TranslateableTextHelper::currentTextChanged);
+        bool isValidThen = true; // at the last signal
+        connect(&helper, &TranslateableTextHelper::currentTextChanged, this,
+                [&] { isValidThen = helper.isValid(); });
+        WarningCapture warnings([&](const QString&) { // whether the object is empty then
+            return helper.getAvailableLanguages().isEmpty() ? QString(" (empty)") : QString();
+        });
+        for (const QString& step : cell("steps").split("; "))
+            take(helper, step);
+        QCOMPARE(warnings.take().join('\n'), cell("warnings"));
+        QCOMPARE(spy.count(), cell("signals").toInt());
+        QVERIFY(spy.isEmpty() || isValidThen == helper.isValid());
+        QCOMPARE(helper.currentText(), cell("text"));
+        QCOMPARE(QVariant(helper.isValid()).toString(), cell("valid"));
+        QCOMPARE(helper.getTranslateableTextObjectAsJsonString(), cell("object"));
+        for (const QVariant& text : helper.getTranslateableTextObject())
+            QCOMPARE(text.userType(), int(QMetaType::QString));
+    }
 
-void TranslateableTextsTest::readsDynamicTexts()
-{
-    TextManagerBase manager(QString(), "de_DE", QString());
-    WarningCapture warnings;
-    QCOMPARE(manager.getDynamicText("A/B", ""), QString());
-    const QStringList noReader("Invalid pointer to dynamic text handler interface! "
-                               "Unable to read text for url \"A/B\" ( \"\" )!");
-    QCOMPARE(warnings.take(), noReader);
+    void survivesItsSlots()
+    {
+        auto deleted = std::make_unique<TranslateableTextHelper>("en_US", nullptr);
+        connect(deleted.get(), &TranslateableTextHelper::currentTextChanged, this,
+                [&] { deleted.reset(); });
+        QVERIFY(!deleted->setTranslateableTextObject(QJsonObject{{"POSIX", "x"}}));
 
-    EchoingReader reader("/other/files");
-    QCOMPARE(reader.getOtherfilesPath(), QString("/other/files"));
-    manager.setDynamicTextReader(reader);
-    const QString texts = R"({"de_DE": "d", "en_US": "e"})";
-    // In a thread that neither the text manager nor its handler lives in.
-    auto text =
-        std::async(std::launch::async, [&] { return manager.getDynamicText(texts, "de_DE"); });
-    QCOMPARE(text.get(), "d");
-    QCOMPARE(manager.getDynamicText(texts, ""), "e");
-    QCOMPARE(warnings.take(), QStringList());
-    QCOMPARE(manager.getDynamicText("none", "de_DE"), QString());
-    QCOMPARE(warnings.take(), QStringList("Unable to read value for url \"none\" !"));
+        TranslateableTextHelper setAgain("en_US", nullptr);
+        connect(&setAgain, &TranslateableTextHelper::currentTextChanged, this, [&] {
+            setAgain.setTranslateableTextObject(QJsonObject{{"en_US", "inner"}});
+        });
+        QVERIFY(!setAgain.setTranslateableTextObject(QJsonObject{{"POSIX", "outer"}}));
+        QCOMPARE(setAgain.currentText(), QString("inner"));
+    }
 
-    DynamicTextHandler handler(nullptr);
-    handler.setInterface(&reader);
-    handler.setInterface(nullptr);
-    QCOMPARE(handler.getText("A/B", ""), QString());
-    QCOMPARE(warnings.take(), noReader);
-}
+    void exportsWhatTheHelperTakes()
+    {
+        const TextManagerBase manager(EXAMPLE_LANGUAGES, "de_DE", "short");
+        for (const QString& url : manager.getAvailableUrls("POSIX")) {
+            TranslateableTextHelper helper("de_DE", nullptr);
+            QVERIFY(helper.setTranslateableTextObject(
+                ReadAllTextsHelper::getAllTextsAsJsonString(manager, url)));
+            QCOMPARE(helper.getTranslateableTextObject(),
+                     ReadAllTextsHelper::getAllTextsAsVariantMap(manager, url));
+            QCOMPARE(helper.currentText(), manager.getText(url, "de_DE"));
+        }
+        const LanguageFiles files;
+        files.write("de_DE", R"({"Content": {}})");
+        files.write("POSIX", R"({"Content": {"A": {"text": ""}}})");
+        QCOMPARE(
+            ReadAllTextsHelper::getAllTextsAsJsonString(TextManagerBase(files.path(), "", ""), "A"),
+            R"({"de_DE":""})");
+    }
+
+    void readsDynamicTexts()
+    {
+        TextManagerBase manager(QString(), "de_DE", QString());
+        WarningCapture warnings;
+        QCOMPARE(manager.getDynamicText("A/B", ""), QString());
+        const QStringList noReader("Invalid pointer to dynamic text handler interface! "
+                                   "Unable to read text for url \"A/B\" ( \"\" )!");
+        QCOMPARE(warnings.take(), noReader);
+
+        EchoingReader reader("/other/files");
+        QCOMPARE(reader.getOtherfilesPath(), QString("/other/files"));
+        manager.setDynamicTextReader(reader);
+        const QString texts = R"({"de_DE": "d", "en_US": "e"})";
+        // In a thread that neither the text manager nor its handler lives in.
+        auto text =
+            std::async(std::launch::async, [&] { return manager.getDynamicText(texts, "de_DE"); });
+        QCOMPARE(text.get(), "d");
+        QCOMPARE(manager.getDynamicText(texts, ""), "e");
+        QCOMPARE(warnings.take(), QStringList());
+        QCOMPARE(manager.getDynamicText("none", "de_DE"), QString());
+        QCOMPARE(warnings.take(), QStringList("Unable to read value for url \"none\" !"));
+
+        DynamicTextHandler handler(nullptr);
+        handler.setInterface(&reader);
+        handler.setInterface(nullptr);
+        QCOMPARE(handler.getText("A/B", ""), QString());
+        QCOMPARE(warnings.take(), noReader);
+    }
+};
 
 QTEST_GUILESS_MAIN(TranslateableTextsTest)
 #include "tst_translateable_texts.moc"

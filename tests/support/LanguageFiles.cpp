@@ -3,6 +3,7 @@
 #include "PropertyManagerConst.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -17,12 +18,34 @@ void LanguageFiles::write(const QString& name, const QByteArray& bytes) const
     writePath(file(name), bytes);
 }
 
+void LanguageFiles::writeText(const QString& name, const QByteArray& text) const
+{
+    write(name, R"({"Content": {"A": {"text": ")" + text + R"("}}})");
+}
+
 void LanguageFiles::writePath(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
     if (!QDir().mkpath(QFileInfo(path).path()) || !file.open(QIODevice::WriteOnly) ||
         file.write(bytes) != bytes.size())
         qFatal("cannot write %s", qPrintable(path));
+}
+
+QByteArray LanguageFiles::readPath(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QMap<QString, QByteArray> LanguageFiles::readAll() const
+{
+    QMap<QString, QByteArray> found;
+    QDirIterator it(path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        found.insert(path, readPath(path));
+    }
+    return found;
 }
 
 void LanguageFiles::remove(const QString& name) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QJsonObject>
+#include <QMap>
 #include <QStringList>
 #include <QTemporaryDir>
 
@@ -19,8 +20,15 @@ public:
 
     /** Writes a file, its sub-folder too; the extension is added to @p name. */
     void write(const QString& name, const QByteArray& bytes) const;
+    /** Writes a file whose only text, A, is @p text. */
+    void writeText(const QString& name, const QByteArray& text) const;
     /** Writes a file whose path is given whole. */
     static void writePath(const QString& path, const QByteArray& bytes);
+    /** Reads a file whose path is given whole; empty when there is none. */
+    static QByteArray readPath(const QString& path);
+    QByteArray read(const QString& name) const { return readPath(file(name)); }
+    /** The bytes of all files, hidden ones and those of sub-folders too, by their paths. */
+    QMap<QString, QByteArray> readAll() const;
     void remove(const QString& name) const;
 
 private:

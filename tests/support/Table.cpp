@@ -27,5 +27,12 @@ QString cell(const QString& column)
     QFETCH(QVariantMap, row);
     if (!row.contains(column))
         qFatal("a test's own table has no column %s", qPrintable(column));
-    return row.value(column).toString().replace("\\n", "\n").replace("\\r", "\r");
+    const QString value = row.value(column).toString().replace("\\n", "\n").replace("\\r", "\r");
+    return QString(value).replace("→", "\t").replace("″", "\"");
+}
+
+bool hasCell(const QString& column)
+{
+    QFETCH(QVariantMap, row);
+    return row.contains(column);
 }

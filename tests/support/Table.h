@@ -9,5 +9,8 @@
  */
 void addTable(const char* table);
 
-/** The current row's cell in a column; "\n" and "\r" in it stand for what they are in C++. */
+/** The current row's cell in a column. "\n" and "\r" in it stand for what they are in C++, "→" for
+ * a tab, and "″" for a quotation mark, of which the compiler of meta-objects wants pairs in a row.
+ */
 QString cell(const QString& column);
+bool hasCell(const QString& column);

@@ -26,3 +26,9 @@ private:
     QString m_StrOutput;
     QString m_StrMessages;
 };
+
+class LanguageFiles;
+
+/** Holds a run against the cells "exit" and "message" of the row, and "output" where it is one. In
+ * these, "DIR" stands for the folder. */
+void compareWithRow(const ToolRun& run, const LanguageFiles& files);

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 /**
  * Takes the messages that are logged while it lives, from whatever thread, away from the test's
  * log. One at a time.
@@ -11,7 +13,8 @@
 class WarningCapture
 {
 public:
-    WarningCapture();
+    /** @param note finds out, while a message is logged, what is added to its text. */
+    explicit WarningCapture(std::function<QString(const QString&)> note = {});
     ~WarningCapture();
     Q_DISABLE_COPY_MOVE(WarningCapture)
 

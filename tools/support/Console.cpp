@@ -29,6 +29,12 @@ void ignoreLibraryMessage(QtMsgType, const QMessageLogContext&, const QString&) 
 
 } // namespace
 
+QString counted(qint64 count, const char* noun)
+{
+    return QStringLiteral("%1 %2%3").arg(count).arg(QLatin1String(noun),
+                                                    QLatin1String(count == 1 ? "" : "s"));
+}
+
 QByteArray withVisibleControls(const QByteArray& utf8)
 {
     constexpr int firstPrintable = 0x20;

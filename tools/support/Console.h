@@ -8,6 +8,9 @@
 // withVisibleControls(), so that no text or file name moves the cursor or worse; what goes into a
 // file or a pipe is exact.
 
+/** A number of things, such as "1 text" or "2 texts". */
+QString counted(qint64 count, const char* noun);
+
 /** How the program ends. */
 enum ExitStatus : int {
     Done = 0,

@@ -83,5 +83,7 @@ QString JsonTree::decode(int begin, int end) const
     const QByteArray quoted = QByteArray::fromRawData(m_Bytes.constData() + begin, end - begin);
     if (quoted.contains('\\'))
         return QJsonDocument::fromJson('[' + quoted + ']').array().first().toString();
+    if (quoted.startsWith("\"\xEF\xBB\xBF")) // Qt drops the mark where a text begins with it
+        return QString::fromUtf8(quoted).mid(1).chopped(1);
     return QString::fromUtf8(quoted.constData() + 1, quoted.size() - 2);
 }

@@ -20,7 +20,7 @@ void removeRepeated(QStringList& texts)
 {
     QSet<TextKey> seen;
     const auto isRepeated = [&seen](const QString& text) {
-        const int countBefore = seen.size();
+        const auto countBefore = seen.size();
         seen.insert(text);
         return seen.size() == countBefore;
     };

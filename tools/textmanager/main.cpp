@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <optional>
 
 namespace
 {
@@ -67,22 +68,36 @@ ExitStatus run(const QStringList& words)
     return Done;
 }
 
-/** The first argument that is not encoded in UTF-8, its foreign bytes as "\xff"; empty when all
- * are. Decoded, it would be another one, and be looked for, or written, as such. */
-QString findForeignArgument(int argc, char* argv[])
+/** What is not encoded in UTF-8, its foreign bytes as "\xff". */
+QString withVisibleBytes(const QByteArray& bytes)
 {
+    QString shown;
+    for (const char byte : bytes)
+        shown += static_cast<signed char>(byte) >= 0
+                     ? QString(QLatin1Char(byte))
+                     : QStringLiteral("\\x") + QString::fromLatin1(QByteArray(1, byte).toHex());
+    return shown;
+}
+
+/**
+ * The arguments, in which a byte-order mark is a character, too; nothing, after a message, when one
+ * is not encoded in UTF-8. Decoded, it would be another one, and be looked for, or written, as
+ * such.
+ */
+std::optional<QStringList> readArguments(int argc, char* argv[])
+{
+    QStringList arguments;
     for (int index = 1; index < argc; ++index) {
-        const QByteArray argument = argv[index];
-        if (QString::fromUtf8(argument).toUtf8() == argument)
-            continue;
-        QString shown;
-        for (const char byte : argument)
-            shown += static_cast<signed char>(byte) >= 0
-                         ? QString(QLatin1Char(byte))
-                         : QStringLiteral("\\x") + QString::fromLatin1(QByteArray(1, byte).toHex());
-        return shown;
+        const std::optional<QString> argument = decodeUtf8(argv[index]);
+        if (!argument) {
+            printMessage(QStringLiteral("the argument '%1' is not encoded in UTF-8. Give a text in "
+                                        "UTF-8, and rename a file or folder whose name is not.")
+                             .arg(withVisibleBytes(argv[index])));
+            return std::nullopt;
+        }
+        arguments.append(*argument);
     }
-    return QString();
+    return arguments;
 }
 
 } // namespace
@@ -92,12 +107,6 @@ int main(int argc, char* argv[])
     useUtf8Everywhere();
     const QCoreApplication application(argc, argv);
     installMessageHandler();
-    const QString foreignArgument = findForeignArgument(argc, argv);
-    if (!foreignArgument.isEmpty()) {
-        printMessage(QStringLiteral("the argument '%1' is not encoded in UTF-8. Give a text in "
-                                    "UTF-8, and rename a file or folder whose name is not.")
-                         .arg(foreignArgument));
-        return UnusableInput;
-    }
-    return finishOutput(run(QCoreApplication::arguments().mid(1)));
+    const std::optional<QStringList> arguments = readArguments(argc, argv);
+    return arguments ? finishOutput(run(*arguments)) : UnusableInput;
 }

@@ -18,15 +18,16 @@ namespace
 int editDistance(const QString& from, const QString& to, int most)
 {
     const int tooFar = most + 1;
-    QVector<int> costs(to.size() + 1, tooFar);
-    for (int column = 0; column <= std::min(most, to.size()); ++column)
+    const int width = static_cast<int>(to.size());
+    QVector<int> costs(width + 1, tooFar);
+    for (int column = 0; column <= std::min(most, width); ++column)
         costs[column] = column;
     for (int row = 1; row <= from.size(); ++row) {
         const int first = std::max(1, row - most);
         int diagonal = costs.at(first - 1);
         int cost = first == 1 ? std::min(row, tooFar) : tooFar;
         int least = costs[first - 1] = cost;
-        for (int column = first; column <= std::min(row + most, to.size()); ++column) {
+        for (int column = first; column <= std::min(row + most, width); ++column) {
             const int change = from.at(row - 1) == to.at(column - 1) ? diagonal : diagonal + 1;
             diagonal = costs.at(column);
             cost = std::min({change, diagonal + 1, cost + 1});

@@ -112,11 +112,6 @@ LanguageFileEditor::LanguageFileEditor(const QString& filePath)
 {
 }
 
-void LanguageFileEditor::noteBaseText(const QString& url, const QString& baseText)
-{
-    m_BaseTexts.append({url, baseText});
-}
-
 DocumentEdit LanguageFileEditor::edit() const
 {
     const QFileInfo file(m_StrFilePath);

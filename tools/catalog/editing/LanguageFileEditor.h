@@ -42,9 +42,9 @@ public:
     void replaceStrings(const QMap<int, QString>& strings) { m_Document.replaceStrings(strings); }
     const QString& filePath() const { return m_StrFilePath; }
 
-    /** Says that the text at @p url, changed or not, is of @p baseText, for the record of what
-     * texts are of. That is kept with every change, see RecordUpdates. */
-    void noteBaseText(const QString& url, const QString& baseText);
+    /** Says what a text, changed or not, is of, for the record of that, which is kept with every
+     * change: see RecordUpdates. */
+    void noteBaseText(const NotedBaseText& text) { m_BaseTexts.append(text); }
 
     /**
      * Saves the document, and the record of what texts are of where there is one: only the bytes of

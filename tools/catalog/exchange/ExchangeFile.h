@@ -20,6 +20,8 @@ struct ExchangeUnit {
     bool isBaseTextKnown = true; ///< false where the file has no place for it
     QString text;
     QString comment;
+    QString fullBaseText;     ///< of a short text that is written, the full one beside it
+    QString fullText;         ///< the same in the language
     QString previousBaseText; ///< what a stale text is of; empty when that is not known
     State state = State::Unknown;
     Place place; ///< in the file that was read

@@ -7,6 +7,7 @@
 #include "LanguageDefinitions.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -45,6 +46,34 @@ QStringList ExchangeFolder::translatedLanguages() const
     };
     languages.erase(std::remove_if(languages.begin(), languages.end(), isNone), languages.end());
     return languages;
+}
+
+QString ExchangeFolder::explainUntranslated(const QString& language) const
+{
+    if (language == m_StrBaseLanguage)
+        return QStringLiteral("'%1' is the base, which is not translated.").arg(language);
+    return language == lastFallback()
+               ? QStringLiteral("'%1' holds texts of no language, which are not translated.")
+                     .arg(language)
+               : QString();
+}
+
+bool ExchangeFolder::hasFile(const QString& path) const
+{
+    const QString place = QFileInfo(path).canonicalFilePath();
+    QStringList folders = {m_StrFolderPath};
+    if (hasShortFolder())
+        folders.append(shortFolderPath());
+    for (const QString& folder : qAsConst(folders)) {
+        const QFileInfoList files =
+            QDir(folder).entryInfoList({QStringLiteral("*.json"), QStringLiteral(".textmanager-*")},
+                                       QDir::Files | QDir::Hidden);
+        if (std::any_of(files.begin(), files.end(), [&](const QFileInfo& file) {
+                return !place.isEmpty() && file.canonicalFilePath() == place;
+            }))
+            return true;
+    }
+    return false;
 }
 
 QString ExchangeFolder::findLanguage(const QString& name) const

@@ -24,6 +24,11 @@ public:
     /** The keys of all languages that are translated: neither the base, nor the texts of no
      * language, nor what was made to be looked at only. */
     QStringList translatedLanguages() const;
+    /** Why a language that is there is not translated from the base; empty when it is. */
+    QString explainUntranslated(const QString& language) const;
+    /** Whether there is one of the files that belong to the folder at @p path, behind a link, too.
+     */
+    bool hasFile(const QString& path) const;
     /** The key of the language that is called so here or as a tag; empty when there is none. */
     QString findLanguage(const QString& name) const;
 

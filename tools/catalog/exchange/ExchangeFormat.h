@@ -31,7 +31,8 @@ public:
     /**
      * Reads a file whole.
      *
-     * @param file receives what is in it.
+     * @param file receives what is in it. The base language that it names before tells a file of
+     * columns which of them is the base's.
      * @return why it cannot be read; what @p file holds is then not to be used.
      */
     virtual std::optional<ExchangeFault> read(const QByteArray& bytes,

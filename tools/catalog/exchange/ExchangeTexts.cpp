@@ -14,6 +14,10 @@ ExchangeUnit makeUnit(const ExchangeTexts& texts, const QString& url, bool isSho
     unit.baseText = baseText;
     unit.text = texts.side(isShort).language.text(url);
     unit.comment = texts.comment(url, isShort);
+    if (isShort) {
+        unit.fullBaseText = texts.full.baseText(url);
+        unit.fullText = texts.full.language.text(url);
+    }
     unit.state = unit.text.isEmpty() ? State::Missing : State::Translated;
     if (unit.text.isEmpty())
         return unit;
@@ -43,10 +47,8 @@ void appendUnits(const ExchangeTexts& texts, bool isShort, ExchangeSelection sel
         if (isSelected(unit, selection))
             units.append(std::move(unit));
     };
-    for (const LanguageTexts::Entry& entry : side.base.entries()) {
-        if (entry.isListed)
-            append(entry.url);
-    }
+    for (const LanguageTexts::Entry& entry : side.base.entries())
+        append(entry.url);
     for (const LanguageTexts::Entry& entry : side.language.entries()) {
         if (!side.base.contains(entry.url))
             append(entry.url);

@@ -83,6 +83,12 @@ private:
             return QStringLiteral("the base text has changed since the export, from \"%1\" to "
                                   "\"%2\". Translate it anew, or take it with --stale.")
                 .arg(unit.baseText, baseText);
+        const auto oldBaseText = findOldBaseText(unit);
+        if (!unit.isBaseTextKnown && oldBaseText)
+            return QStringLiteral("the base text has changed, from \"%1\" to \"%2\", and the file "
+                                  "does not tell which of them this is of. Take it with --stale, "
+                                  "and mark it with 'textmanager mark' when it is right.")
+                .arg(*oldBaseText, baseText);
         if (unit.state == State::Stale)
             return QStringLiteral("is marked as to be looked at again. Remove the mark when it is "
                                   "right, or take it with --stale.");
@@ -117,20 +123,29 @@ private:
 
     void take(const ExchangeUnit& unit)
     {
-        ImportPlan::NewText text{unit.url, unit.isShort, unit.text, QString(), unit.place};
-        if (unit.state == State::Stale)
+        const QString baseText = m_Texts.baseText(unit.url, unit.isShort);
+        const std::optional<QString> oldBaseText = findOldBaseText(unit);
+        ImportPlan::NewText text{unit.url, unit.isShort, unit.text, baseText, false, unit.place};
+        if (unit.state == State::Stale && !unit.previousBaseText.isEmpty())
             text.baseText = unit.previousBaseText;
+        else if (unit.state == State::Stale || !unit.isBaseTextKnown)
+            text.baseText = oldBaseText.value_or(baseText);
         else
-            text.baseText =
-                unit.isBaseTextKnown ? unit.baseText : m_Texts.baseText(unit.url, unit.isShort);
+            text.baseText = unit.baseText;
+        text.isStale = text.baseText != baseText;
         if (unit.text != currentText(unit)) {
             m_Plan.texts.append(text);
-            return;
-        }
-        ++m_Plan.sameCount;
-        const bool isOfNow = unit.baseText == m_Texts.baseText(unit.url, unit.isShort);
-        if (unit.state == State::Translated && isOfNow)
+        } else if (oldBaseText && unit.state == State::Translated && !text.isStale) {
             m_Plan.confirmedTexts.append(text);
+        } else {
+            ++m_Plan.sameCount;
+            m_Plan.staleCount += oldBaseText ? 1 : 0;
+        }
+    }
+
+    std::optional<QString> findOldBaseText(const ExchangeUnit& unit) const
+    {
+        return m_Texts.findOldBaseText(unit.url, unit.isShort);
     }
 
     const ExchangeTexts& m_Texts;

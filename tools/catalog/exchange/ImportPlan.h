@@ -18,13 +18,15 @@ struct ImportPlan {
         QString url;
         bool isShort = false;
         QString text;
-        QString baseText; ///< what it is of; empty when that is not known
+        QString baseText;     ///< what it is of; empty when that is not known
+        bool isStale = false; ///< whether the base has another text by now
         Place place;
     };
 
     QVector<NewText> texts;          ///< what is to be written
-    QVector<NewText> confirmedTexts; ///< what is there already, and is said to be right
-    int sameCount = 0;               ///< how many are there already, the confirmed ones among them
+    QVector<NewText> confirmedTexts; ///< what is there already, was stale, and is said to be right
+    int sameCount = 0;               ///< how many are there already and stay as they are
+    int staleCount = 0;              ///< how many of these are stale
     QVector<ExchangeFault> leftOut;  ///< in the order of the file
 };
 

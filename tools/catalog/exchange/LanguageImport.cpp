@@ -92,9 +92,12 @@ bool LanguageImport::openEditors(bool isShortWanted, EditFault& fault)
 void LanguageImport::apply(const ImportPlan& plan, const ExchangeTexts& texts)
 {
     m_SameCount = plan.sameCount;
+    m_StaleCount = plan.staleCount;
     m_LeftOut = plan.leftOut;
-    for (const ImportPlan::NewText& text : plan.confirmedTexts)
+    for (const ImportPlan::NewText& text : plan.confirmedTexts) {
         note(text);
+        m_Changes.append({text.url, text.isShort, Change::Kind::Confirmed});
+    }
     replaceTexts(plan, texts);
     for (const ImportPlan::NewText& text : plan.texts) {
         const bool isThere = nodeOf(text, texts) != JsonTree::none;
@@ -106,7 +109,7 @@ void LanguageImport::apply(const ImportPlan& plan, const ExchangeTexts& texts)
             m_LeftOut.append(
                 {text.place, QStringLiteral("%1: cannot be written: %2.").arg(text.url, obstacle)});
         if (isThere)
-            m_Changes.append({text.url, text.isShort, false});
+            m_Changes.append({text.url, text.isShort, Change::Kind::Changed});
     }
 }
 
@@ -129,7 +132,7 @@ void LanguageImport::note(const ImportPlan::NewText& text)
 {
     LanguageFileEditor* editor = (text.isShort ? m_pShort : m_pFull).get();
     if (editor != nullptr && !text.baseText.isEmpty())
-        editor->noteBaseText(text.url, text.baseText);
+        editor->noteBaseText({text.url, text.baseText, text.isStale});
 }
 
 /** Adds a text that is not there. @return why that is not possible. */
@@ -150,7 +153,7 @@ QString LanguageImport::add(const ImportPlan::NewText& text, const QString& comm
     if (obstacle.isEmpty() && !hasComment)
         obstacle = writeString(commentPath, comment, document);
     if (obstacle.isEmpty())
-        m_Changes.append({text.url, text.isShort, true});
+        m_Changes.append({text.url, text.isShort, Change::Kind::Added});
     return obstacle;
 }
 

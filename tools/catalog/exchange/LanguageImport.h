@@ -16,9 +16,15 @@ class LanguageImport
 {
 public:
     struct Change {
+        enum class Kind {
+            Added,     ///< there was no such text before
+            Changed,   ///< the text is another one
+            Confirmed, ///< the text is the same, and no longer stale
+        };
+
         QString url;
         bool isShort = false;
-        bool isAdded = false; ///< whether there was no such text before
+        Kind kind = Kind::Changed;
     };
 
     /**
@@ -40,7 +46,10 @@ public:
     void setName(const QString& name) { m_StrName = name; }
 
     const QVector<Change>& changes() const { return m_Changes; }
+    /** How many texts were there already. */
     int sameCount() const { return m_SameCount; }
+    /** How many of these are of an older base text, and stay so. */
+    int staleCount() const { return m_StaleCount; }
     const QVector<ExchangeFault>& leftOut() const { return m_LeftOut; }
 
 private:
@@ -59,5 +68,6 @@ private:
     std::unique_ptr<LanguageFileEditor> m_pShort; ///< null where no short text is imported
     QVector<Change> m_Changes;
     int m_SameCount = 0;
+    int m_StaleCount = 0;
     QVector<ExchangeFault> m_LeftOut;
 };

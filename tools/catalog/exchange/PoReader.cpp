@@ -2,6 +2,7 @@
 
 #include "ExchangeEncoding.h"
 #include "PoContext.h"
+#include "Utf8.h"
 #include "VisibleControls.h"
 
 namespace
@@ -9,38 +10,49 @@ namespace
 
 using State = ExchangeUnit::State;
 
-/** Reads digits of an escape, and goes behind them. */
-ushort readCode(const QString& line, QString::size_type& index, int base, int mostDigits)
+/** How many digits of a base stand there, up to @p most. */
+QString::size_type countDigits(const QString& line, QString::size_type index, int base,
+                               QString::size_type most)
 {
-    ushort code = 0;
-    for (int count = 0; count < mostDigits && index < line.size(); ++count, ++index) {
-        bool isDigit = false;
-        const ushort digit = line.mid(index, 1).toUShort(&isDigit, base);
-        if (!isDigit)
-            break;
-        code = static_cast<ushort>(code * base + digit);
+    QString::size_type count = 0;
+    bool isDigit = index < line.size();
+    while (isDigit && count < most) {
+        line.mid(index + count, 1).toUShort(&isDigit, base);
+        count += isDigit ? 1 : 0;
     }
-    return code;
+    return count;
 }
 
-/** Reads what stands behind a backslash, and goes behind it; a null character for U+0000 only. */
-std::optional<QChar> readEscape(const QString& line, QString::size_type& index)
+/** Reads the bytes that neighbouring escapes such as "\303\274" are, and goes behind them. */
+QByteArray readBytes(const QString& line, QString::size_type& index)
+{
+    QByteArray bytes;
+    while (index < line.size() && line.at(index) == QLatin1Char('\\')) {
+        const bool isHexadecimal = line.mid(index + 1, 1) == QLatin1String("x");
+        const int base = isHexadecimal ? 16 : 8;
+        const auto begin = index + (isHexadecimal ? 2 : 1);
+        const auto count = countDigits(line, begin, base, isHexadecimal ? 2 : 3);
+        if (count == 0)
+            break;
+        bytes += static_cast<char>(line.mid(begin, count).toUShort(nullptr, base));
+        index = begin + count;
+    }
+    return bytes;
+}
+
+/** Reads what stands at a backslash, and goes behind it; nothing when that means nothing. */
+std::optional<QString> readEscape(const QString& line, QString::size_type& index)
 {
     static const QString names = QStringLiteral("abfnrtv\\\"?'");
     static const QString characters = QStringLiteral("\a\b\f\n\r\t\v\\\"?'");
-    const QChar name = line.at(index);
-    const auto known = names.indexOf(name);
-    if (known >= 0) {
-        ++index;
-        return characters.at(known);
-    }
-    if (name == QLatin1Char('x')) {
-        ++index;
-        return QChar(readCode(line, index, 16, 2));
-    }
-    if (name >= QLatin1Char('0') && name <= QLatin1Char('7'))
-        return QChar(readCode(line, index, 8, 3));
-    return std::nullopt;
+    const QByteArray bytes = readBytes(line, index);
+    if (!bytes.isEmpty())
+        return decodeUtf8(bytes);
+    const auto known = index + 1 < line.size() ? names.indexOf(line.at(index + 1)) : -1;
+    if (known < 0)
+        return std::nullopt;
+    index += 2;
+    return characters.at(known);
 }
 
 /** Whether the character means something in a text between quotation marks. */
@@ -73,6 +85,8 @@ std::optional<ExchangeFault> PoReader::read(const QByteArray& bytes)
     }
     if (!m_Fault)
         finishEntry();
+    if (!m_Fault && !m_HasEntry)
+        m_Fault = ExchangeFault{{1, 1}, QStringLiteral("is empty.")};
     return m_Fault;
 }
 
@@ -168,14 +182,13 @@ void PoReader::readString(const QString& line, QString::size_type start)
         m_pTarget->append(line.constData() + begin, index - begin);
         if (index == line.size() || line.at(index) == QLatin1Char('"'))
             continue;
-        ++index;
-        const std::optional<QChar> character =
-            index < line.size() ? readEscape(line, index) : std::nullopt;
-        if (!character) {
-            fail(index - 1, QStringLiteral("the backslash begins nothing that is known"));
+        const auto backslash = index;
+        const std::optional<QString> text = readEscape(line, index);
+        if (!text) {
+            fail(backslash, QStringLiteral("the backslash begins nothing that is known"));
             return;
         }
-        *m_pTarget += *character;
+        *m_pTarget += *text;
     }
     if (index >= line.size())
         fail(line.size(), QStringLiteral("the quotation mark at the end is missing"));
@@ -190,6 +203,7 @@ void PoReader::finishEntry()
     m_pTarget = nullptr;
     if (!entry.id && !entry.text && !entry.context)
         return; // comments alone
+    m_HasEntry = true;
     if (!entry.id || !entry.text) {
         m_Fault = ExchangeFault{{entry.line, 1},
                                 QStringLiteral("malformed PO: an entry needs both "

@@ -52,4 +52,5 @@ private:
     QString* m_pTarget = nullptr; ///< what a string on a line of its own continues
     QString m_StrUnused;          ///< takes texts that are not used
     int m_Line = 0;
+    bool m_HasEntry = false;
 };

@@ -1,9 +1,9 @@
 #include "PseudoLanguage.h"
 
+#include "LanguageTexts.h"
 #include "PseudoTexts.h"
 
 #include "LanguageDefinitions.h"
-#include "LanguageInformation.h"
 
 #include <QStringList>
 
@@ -32,15 +32,11 @@ bool PseudoLanguage::isPseudo(const QJsonObject& document)
 
 void PseudoLanguage::addTexts(const QJsonObject& document)
 {
-    const LanguageInformation information;
-    const QString& content = LanguageDefinitions::getJsonContentName();
-    for (const QString& url : information.getAvailableUrls(document)) {
-        bool ok = false;
-        const QString text = information.getObject(url, ok, document, content,
-                                                   LanguageDefinitions::getJsonTextName());
-        QString& widest = m_WidestTexts[url];
-        if (widthOf(text) > widthOf(widest))
-            widest = text;
+    const LanguageTexts texts(document);
+    for (const LanguageTexts::Entry& entry : texts.entries()) {
+        QString& widest = m_WidestTexts[entry.url];
+        if (widthOf(entry.text) > widthOf(widest))
+            widest = entry.text;
     }
 }
 

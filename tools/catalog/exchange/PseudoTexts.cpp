@@ -4,6 +4,10 @@
 #include "Placeholders.h"
 #include "TextLength.h"
 
+#include <QBitArray>
+#include <QRegularExpression>
+#include <QVector>
+
 #include <utf8proc.h>
 
 #include <algorithm>
@@ -26,17 +30,76 @@ QString makePadding(int length)
     return words.repeated(length / words.size() + 1).left(length);
 }
 
+/** What the innermost braces of a message hold. */
+enum class Part {
+    Text,
+    Choice, ///< a plural or a select: words of its own, and texts in braces
+    Format  ///< any other argument
+};
+
+Part partAt(const QString& message, int brace)
+{
+    static const QRegularExpression choice(
+        QStringLiteral("\\G\\{[^{},]*,\\s*(?:plural|select|selectordinal)\\b"));
+    return choice.match(message, brace).hasMatch() ? Part::Choice : Part::Format;
+}
+
+bool isQuoteAt(const QString& message, int apostrophe, const QVector<Part>& open)
+{
+    const QChar next = apostrophe + 1 < message.size() ? message.at(apostrophe + 1) : QChar();
+    return open.last() == Part::Format ||
+           (open.last() == Part::Text &&
+            (next == QLatin1Char('{') || next == QLatin1Char('}') ||
+             (next == QLatin1Char('#') && open.size() > 1))); // the number of a plural
+}
+
+/** Which characters of a message are of its texts. */
+QBitArray findTexts(const QString& message)
+{
+    QBitArray texts(message.size());
+    QVector<Part> open = {Part::Text};
+    bool isQuoted = false;
+    for (int at = 0; at < message.size(); ++at) {
+        const bool isText = open.last() == Part::Text;
+        texts.setBit(at, isText);
+        const QStringView rest = QStringView(message).mid(at);
+        if (rest.startsWith(QLatin1String("''")))
+            ++at; // an apostrophe, quoted or not
+        else if (rest.startsWith(QLatin1Char('\'')))
+            isQuoted = !isQuoted && isQuoteAt(message, at, open);
+        else if (!isQuoted && rest.startsWith(QLatin1Char('{')))
+            open.append(isText                        ? partAt(message, at)
+                        : open.last() == Part::Choice ? Part::Text
+                                                      : Part::Format);
+        else if (!isQuoted && rest.startsWith(QLatin1Char('}')) && open.size() > 1)
+            open.removeLast();
+    }
+    return texts;
+}
+
+/** Which characters are shown as they are: not those of placeholders, markup and messages. */
+QBitArray findShown(const QString& text)
+{
+    const Placeholders placeholders(text);
+    const MarkupTags tags(text);
+    QBitArray shown = placeholders.areOfMessage() ? findTexts(text) : QBitArray(text.size(), true);
+    for (int index = 0; index < text.size(); ++index) {
+        if (placeholders.covers(index) || tags.covers(index))
+            shown.clearBit(index);
+    }
+    return shown;
+}
+
 } // namespace
 
 QString accentuate(const QString& text)
 {
     if (text.isEmpty())
         return text;
-    const Placeholders placeholders(text);
-    const MarkupTags tags(text);
+    const QBitArray shown = findShown(text);
     QString accented = text;
     for (int index = 0; index < text.size(); ++index) {
-        if (!placeholders.covers(index) && !tags.covers(index))
+        if (shown.testBit(index))
             accented[index] = withAccent(text.at(index));
     }
     constexpr int brackets = 2;
@@ -65,8 +128,11 @@ QString turnRightToLeft(const QString& text)
     const QChar mark(0x200F);
     const QString begin = QString(mark) + QChar(0x202E);
     const QString end = QString(QChar(0x202C)) + mark;
-    QStringList lines = text.split(QLatin1Char('\n'));
-    for (QString& line : lines)
-        line = begin + line + end;
-    return lines.join(QLatin1Char('\n'));
+    const QBitArray shown = findShown(text);
+    QString turned = begin;
+    for (int index = 0; index < text.size(); ++index) {
+        const bool isEndOfLine = text.at(index) == QLatin1Char('\n') && shown.testBit(index);
+        turned += isEndOfLine ? end + QLatin1Char('\n') + begin : QString(text.at(index));
+    }
+    return turned + end;
 }

@@ -3,7 +3,8 @@
 #include <QString>
 #include <QStringList>
 
-// Texts that show on the device what a translator cannot see. Placeholders and markup stay.
+// Texts that show on the device what a translator cannot see. Placeholders and markup stay, and of
+// messages the words that are not shown.
 
 /** The text with accents, two fifths longer at least, between brackets that show whether all of it
  * is seen. */

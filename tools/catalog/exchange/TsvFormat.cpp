@@ -1,6 +1,7 @@
 #include "TsvFormat.h"
 
 #include "ExchangeEncoding.h"
+#include "LanguageTags.h"
 #include "TextKey.h"
 #include "TsvRows.h"
 #include "VisibleControls.h"
@@ -76,7 +77,7 @@ struct Columns {
     QStringList::size_type shortText = -1;
 
     /** @return what is wrong with the titles; empty when they can be used. */
-    QString read(const QStringList& titles)
+    QString read(const QStringList& titles, const QString& baseLanguage)
     {
         QVector<int> others;
         for (int column = 0; column < titles.size(); ++column) {
@@ -85,16 +86,26 @@ struct Columns {
                 url = column;
             else if (title == shortTextTitle())
                 shortText = column;
+            else if (baseText < 0 && isSameLanguage(title, baseLanguage))
+                baseText = column;
             else if (!title.isEmpty() && title != commentTitle())
                 others.append(column);
         }
-        if (url < 0 || others.size() != 2)
+        if (baseText < 0 && !others.isEmpty()) // the file is of another base
+            baseText = others.takeFirst();
+        if (others.size() > 1)
+            others.erase(
+                std::remove_if(others.begin(), others.end(),
+                               [&](int column) {
+                                   return tagOfLanguage(titles.at(column).trimmed()).isEmpty();
+                               }),
+                others.end());
+        if (url < 0 || others.size() != 1)
             return QStringLiteral("the first row has to name the columns: URL, the key of the base "
                                   "language, the key of the language, comment, short text; found "
                                   "%1.")
                 .arg(titles.join(QStringLiteral(", ")));
-        baseText = others.first();
-        text = others.last();
+        text = others.first();
         return QString();
     }
 };
@@ -135,8 +146,8 @@ QByteArray TsvFormat::write(const ExchangeFile& file) const
         if (unit.isShort && fullUrls.contains(unit.url))
             continue;
         const ExchangeUnit* shortUnit = shortUnits.value(unit.url);
-        appendRow({unit.url, unit.isShort ? QString() : unit.baseText,
-                   unit.isShort ? QString() : unit.text, unit.comment,
+        appendRow({unit.url, unit.isShort ? unit.fullBaseText : unit.baseText,
+                   unit.isShort ? unit.fullText : unit.text, unit.comment,
                    shortUnit != nullptr ? shortUnit->text : QString()},
                   text);
     }
@@ -145,12 +156,14 @@ QByteArray TsvFormat::write(const ExchangeFile& file) const
 
 std::optional<ExchangeFault> TsvFormat::read(const QByteArray& bytes, ExchangeFile& file) const
 {
+    const QString baseLanguage = file.baseLanguage;
     file = ExchangeFile();
     const std::optional<QString> text = decodeUtf(bytes);
     if (!text)
         return ExchangeFault{{}, QStringLiteral("is not encoded in UTF-8. Save it as UTF-8.")};
     TsvRows rows(*text);
     Columns columns;
+    QStringList::size_type columnCount = 0;
     for (bool isFirst = true; !rows.isAtEnd(); isFirst = false) {
         const int line = rows.line();
         const std::optional<QStringList> cells = rows.next();
@@ -160,8 +173,15 @@ std::optional<ExchangeFault> TsvFormat::read(const QByteArray& bytes, ExchangeFi
                 QStringLiteral("the quotation marks of this row do not fit. A cell "
                                "that begins with one ends with one, and each "
                                "inside stands twice.")};
+        if (rows.isAtEnd() && !text->endsWith(QLatin1Char('\n')) && cells->size() < columnCount)
+            return ExchangeFault{
+                {line, 1},
+                QStringLiteral("the file is cut off in this row, which has %1 of "
+                               "%2 cells. Save it anew.")
+                    .arg(QString::number(cells->size()), QString::number(columnCount))};
         if (isFirst) {
-            const QString fault = columns.read(*cells);
+            columnCount = cells->size();
+            const QString fault = columns.read(*cells, baseLanguage);
             if (!fault.isEmpty())
                 return ExchangeFault{{line, 1}, fault};
             file.baseLanguage = cells->at(columns.baseText).trimmed();

@@ -15,6 +15,11 @@ QString urlOf(const QString& id, const QString& resname)
     return hideControls(resname.isEmpty() ? QUrl::fromPercentEncoding(id.toUtf8()) : resname);
 }
 
+bool isReview(const QString& state)
+{
+    return state.startsWith(QLatin1String("needs-review"));
+}
+
 } // namespace
 
 XliffReader::XliffReader(const QByteArray& bytes, ExchangeFile& file)
@@ -66,10 +71,20 @@ void XliffReader::startElement()
         m_GroupTypes.append(attribute("restype"));
     else if (isAt("trans-unit"))
         readUnit();
-    else if (m_IsFirst && !isAt("xliff"))
+    else if (m_IsFirst)
+        startDocument();
+    m_IsFirst = false;
+}
+
+void XliffReader::startDocument()
+{
+    const QString version = attribute("version");
+    if (!isAt("xliff"))
         m_Reader.raiseError(
             QStringLiteral("found <%1>, expected <xliff>").arg(m_Reader.name().toString()));
-    m_IsFirst = false;
+    else if (!version.isEmpty() && !version.startsWith(QLatin1String("1.")))
+        m_Reader.raiseError(
+            QStringLiteral("it is of version %1. Save it as XLIFF 1.2").arg(version));
 }
 
 void XliffReader::startFile()
@@ -94,13 +109,15 @@ void XliffReader::readUnit()
     unit.isShort = hasShortMark || m_GroupTypes.contains(XliffNames::typeOfShortTexts());
     unit.url =
         urlOf(hasShortMark ? id.chopped(XliffNames::shortMark().size()) : id, attribute("resname"));
+    unit.isBaseTextKnown = false;
     m_UnknownInline.clear();
+    m_Approved = attribute("approved");
     while (m_Reader.readNextStartElement())
         readPart(unit);
     if (m_Reader.hasError())
         return;
-    if (unit.state == State::Unknown)
-        unit.state = unit.text.isEmpty() ? State::Missing : State::Translated;
+    if (unit.text.isEmpty())
+        unit.state = State::Missing;
     if (m_UnknownInline.isEmpty())
         m_File.units.append(unit);
     else
@@ -113,11 +130,10 @@ void XliffReader::readUnit()
 void XliffReader::readPart(ExchangeUnit& unit)
 {
     if (isAt("source")) {
-        unit.baseText = readText();
+        unit.baseText = readUnitText();
+        unit.isBaseTextKnown = true;
     } else if (isAt("target")) {
-        if (attribute("state").startsWith(QLatin1String("needs-review")))
-            unit.state = State::Stale;
-        unit.text = readText();
+        readTarget(unit);
     } else if (isAt("note")) {
         unit.comment = readText();
     } else if (isAt("alt-trans")) {
@@ -127,25 +143,57 @@ void XliffReader::readPart(ExchangeUnit& unit)
     }
 }
 
-/** Some tools move a text that is to be looked at again beside its old base text. */
+/** Some tools say only by the unit, some only by the text whether it is right; some leave what an
+ * export said of a text that was missing. */
+void XliffReader::readTarget(ExchangeUnit& unit)
+{
+    const QString state = attribute("state");
+    const bool isFinished = state == QLatin1String("translated") ||
+                            state == QLatin1String("final") || state == QLatin1String("signed-off");
+    const bool isRefused = m_Approved == QLatin1String("no");
+    if (isReview(state) || (isRefused && !isFinished))
+        unit.state = State::Stale;
+    else if (m_Approved == QLatin1String("yes") || (isFinished && !isRefused))
+        unit.state = State::Translated;
+    unit.text = readUnitText();
+}
+
+/** Some tools move a text that is to be looked at again beside its old base text; others put what
+ * they remember of other texts there. */
 void XliffReader::readPrevious(ExchangeUnit& unit)
 {
+    const QString type = attribute("alttranstype");
+    bool isPrevious =
+        type == QLatin1String("previous-version") || (type.isEmpty() && unit.state == State::Stale);
+    QString baseText;
     while (m_Reader.readNextStartElement()) {
-        const bool isReviewed = attribute("state").startsWith(QLatin1String("needs-review"));
+        const bool isReviewed = isReview(attribute("state"));
         const bool isSource = isAt("source");
         const bool isTarget = isAt("target");
         const QString text = readText();
         if (isSource)
-            unit.previousBaseText = text;
+            baseText = text;
         if (isTarget && isReviewed && unit.text.isEmpty()) {
             unit.text = text;
             unit.state = State::Stale;
+            isPrevious = true;
         }
     }
+    if (isPrevious)
+        unit.previousBaseText = baseText;
 }
 
 /** The text of an element, also what stands in elements inside it. */
 QString XliffReader::readText()
+{
+    const QString unknownInline = m_UnknownInline;
+    const QString text = readUnitText();
+    m_UnknownInline = unknownInline;
+    return text;
+}
+
+/** The same of an element whose text is taken, so that nothing may be lost of it. */
+QString XliffReader::readUnitText()
 {
     QString text;
     int depth = 1;

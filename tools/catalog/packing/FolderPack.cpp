@@ -2,7 +2,6 @@
 
 #include "FileCheck.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -12,7 +11,9 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <tuple>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
@@ -21,6 +22,27 @@ namespace
 QString notWritten(const QString& path, const QString& reason)
 {
     return QStringLiteral("%1: cannot be written: %2.").arg(path, reason);
+}
+
+/** The folder of a file, or that above it which is there: on the same file system. */
+QDir nearestFolder(const QFileInfo& file)
+{
+    QFileInfo folder(file.path());
+    while (!folder.exists() && folder.path() != folder.filePath())
+        folder.setFile(folder.path());
+    return folder.filePath();
+}
+
+timespec modificationTimeOf(const QString& path)
+{
+    struct stat status = {};
+    ::stat(QFile::encodeName(path).constData(), &status);
+    return status.st_mtim;
+}
+
+bool isEarlier(const timespec& one, const timespec& other)
+{
+    return std::tie(one.tv_sec, one.tv_nsec) < std::tie(other.tv_sec, other.tv_nsec);
 }
 
 } // namespace
@@ -58,11 +80,9 @@ QString FolderPack::findObstacle() const
     const QFileInfo output(m_Request.outputPath);
     if (output.exists() && !output.isDir())
         return QStringLiteral("'%1' is no folder.").arg(m_Request.outputPath);
-    const QDir folder(m_Request.folderPath);
-    if (output.exists() && (output.canonicalFilePath() == folder.canonicalPath() ||
-                            output.canonicalFilePath() ==
-                                QDir(folder.filePath(m_Request.shortFolder)).canonicalPath()))
-        return QStringLiteral("'%1' is the folder that is to be packed.").arg(m_Request.outputPath);
+    const QString loss = findOverwrittenInput();
+    if (!loss.isEmpty())
+        return loss;
     const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
     const QDir outputFolder(m_Request.outputPath);
     const bool isFree = outputFolder.isEmpty(all) || outputFolder.exists(unfinishedMark());
@@ -70,6 +90,33 @@ QString FolderPack::findObstacle() const
         return QStringLiteral("the folder '%1' holds something already. Empty it, or give --force.")
             .arg(m_Request.outputPath);
     return findForeignFile();
+}
+
+/** What would be lost of the folder that is to be packed. */
+QString FolderPack::findOverwrittenInput() const
+{
+    QString fault;
+    const QDir output(m_Request.outputPath);
+    if (!output.exists())
+        return fault;
+    QStringList inputs;
+    for (const CatalogFile& file : m_Catalog.files())
+        inputs.append(QFileInfo(file.path).canonicalFilePath());
+    for (const QString& source : sources()) {
+        const QFileInfo target(output.filePath(source));
+        if (target.exists() && inputs.contains(target.canonicalFilePath()))
+            return QStringLiteral("%1: is to be packed, and would be overwritten. Name another "
+                                  "folder with -o.")
+                .arg(target.filePath());
+    }
+    const QString folder = QDir(m_Request.folderPath).canonicalPath() + QLatin1Char('/');
+    const bool isInside = output.canonicalPath().startsWith(folder);
+    if (isInside && !output.exists(unfinishedMark()) &&
+        !listLanguageFiles(output.path(), fault).isEmpty())
+        return QStringLiteral("'%1' is in the folder that is to be packed, and holds language "
+                              "files, which could be its short texts. Name another folder with -o.")
+            .arg(m_Request.outputPath);
+    return fault;
 }
 
 QString FolderPack::findForeignFile() const
@@ -126,9 +173,8 @@ QString FolderPack::pack(const QString& source)
 {
     if (!m_Packed) {
         const QFileInfo output(QDir::cleanPath(m_Request.outputPath));
-        QDir().mkpath(output.path());
         m_Packed = std::make_unique<QTemporaryDir>(
-            output.dir().filePath(QStringLiteral(".%1.XXXXXX").arg(output.fileName())));
+            nearestFolder(output).filePath(QStringLiteral(".%1.XXXXXX").arg(output.fileName())));
     }
     if (!m_Packed->isValid()) // its path is empty: that would be the working directory
         return notWritten(m_Request.outputPath, m_Packed->errorString());
@@ -173,19 +219,20 @@ QString FolderPack::publish()
 
 QString FolderPack::putInPlace() const
 {
-    // The newest of the files that went into it, so that the same files make the same pack.
-    QDateTime newest;
+    // The newest of the files that went into it, so that the same files make the same pack; to the
+    // nanosecond, else Make would find the pack older than they are.
+    timespec newest = {};
     for (const PackedFile& file : qAsConst(m_Files))
-        newest = std::max(newest, QFileInfo(find(file.file)->path).lastModified());
+        newest = std::max(newest, modificationTimeOf(find(file.file)->path), isEarlier);
+    const timespec times[] = {{0, UTIME_OMIT}, newest};
 
     for (const PackedFile& file : qAsConst(m_Files)) {
         const QString from = QDir(packedPath()).filePath(file.file);
         const QString to = QDir(m_Request.outputPath).filePath(file.file);
         QFile packedFile(from);
-        if (!packedFile.open(QIODevice::ReadWrite) ||
-            !packedFile.setFileTime(newest, QFileDevice::FileModificationTime))
+        if (!packedFile.open(QIODevice::ReadWrite))
             return notWritten(from, packedFile.errorString());
-        if (::fsync(packedFile.handle()) != 0)
+        if (::futimens(packedFile.handle(), times) != 0 || ::fsync(packedFile.handle()) != 0)
             return notWritten(from, QString::fromLocal8Bit(std::strerror(errno)));
         packedFile.close();
         if (!QDir().mkpath(QFileInfo(to).path()) ||

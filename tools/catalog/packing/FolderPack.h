@@ -62,6 +62,7 @@ public:
 private:
     bool isWanted(const QString& language) const;
     const CatalogFile* find(const QString& source) const;
+    QString findOverwrittenInput() const;
     QString findForeignFile() const;
     QString putInPlace() const;
 

@@ -1,6 +1,7 @@
 #include "BaseTextRecord.h"
 
 #include "RegularFile.h"
+#include "Utf8.h"
 #include "VisibleControls.h"
 
 #include "LanguageDefinitions.h"
@@ -48,6 +49,17 @@ QString unescape(const QString& escaped)
     return hideControls(text);
 }
 
+Finding faultIn(int line, const QString& reason)
+{
+    return {QStringLiteral("unreadable-file"),
+            Finding::Class::Error,
+            BaseTextRecord::fileName(),
+            {line, 1},
+            {},
+            {},
+            reason};
+}
+
 } // namespace
 
 QString BaseTextRecord::fileName()
@@ -78,30 +90,52 @@ BaseTextRecord BaseTextRecord::readFrom(const QString& folderPath, QString& faul
 
 std::optional<Finding> BaseTextRecord::read(const QByteArray& bytes)
 {
+    const std::optional<QString> text = decodeUtf8(bytes);
+    if (!text)
+        return faultIn(1, QStringLiteral("is not encoded in UTF-8. Save it as UTF-8."));
     BaseTextRecord record;
     int number = 0;
-    for (const QString& line : QString::fromUtf8(bytes).split(QLatin1Char('\n'))) {
+    for (QString line : text->split(QLatin1Char('\n'))) {
         ++number;
-        if (line.startsWith(QLatin1Char('#')) || line.trimmed().isEmpty())
-            continue;
-        const QStringList cells = line.split(QLatin1Char('\t'));
-        if (!record.isBegun() && cells.size() == 2 && cells.first() == firstWord())
-            record.m_StrBaseLanguage = cells.at(1).trimmed();
-        else if (record.isBegun() && cells.size() == 3)
-            record.m_Texts[unescape(cells.at(0))].insert(cells.at(1), unescape(cells.at(2)));
-        else
-            return Finding{
-                QStringLiteral("unreadable-file"),
-                Finding::Class::Error,
-                fileName(),
-                {number, 1},
-                {},
-                {},
-                QStringLiteral("expected a URL, a language and a base text, with a tab between two "
-                               "of them. Correct the line, or remove it.")};
+        if (line.endsWith(QLatin1Char('\r'))) // as git may check it out
+            line.chop(1);
+        const QString reason = record.readLine(line);
+        if (!reason.isEmpty())
+            return faultIn(number, reason);
     }
     *this = record;
     return std::nullopt;
+}
+
+/** @return what is wrong with the line; empty when nothing is. */
+QString BaseTextRecord::readLine(const QString& line)
+{
+    if (line.startsWith(QLatin1Char('#')) || line.trimmed().isEmpty())
+        return QString();
+    if (line.startsWith(QLatin1String("<<<<<<<")))
+        return QStringLiteral("a merge stopped here. Of its lines keep one for each URL and "
+                              "language, and remove its marks.");
+    const QStringList cells = line.split(QLatin1Char('\t'));
+    if (!isBegun() && cells.size() == 2 && cells.first() == firstWord()) {
+        m_StrBaseLanguage = cells.at(1).trimmed();
+        return QString();
+    }
+    if (!isBegun() || cells.size() != 3)
+        return QStringLiteral("expected a URL, a language and a base text, with a tab between two "
+                              "of them. Correct the line, or remove it.");
+    const QString baseText = unescape(cells.at(2));
+    QMap<QString, QString>& texts = m_Texts[unescape(cells.at(0))];
+    if (texts.value(cells.at(1), baseText) != baseText)
+        return QStringLiteral("another line has the same URL and language. Keep one of them.");
+    texts.insert(cells.at(1), baseText);
+    return QString();
+}
+
+/** Texts of the base are of no other language, nor are those of the last fallback language. */
+bool BaseTextRecord::canBeStale(const QString& language) const
+{
+    return language != m_StrBaseLanguage &&
+           language != LanguageDefinitions::getSecondFallbackLanguageFilename();
 }
 
 QByteArray BaseTextRecord::bytes() const
@@ -141,9 +175,7 @@ std::optional<QString> BaseTextRecord::baseTextOf(const QString& url, const QStr
 std::optional<QString> BaseTextRecord::findOldBaseText(const QString& url, const QString& language,
                                                        const QString& baseText) const
 {
-    // Texts of the last fallback language are of no other language.
-    if (language == m_StrBaseLanguage ||
-        language == LanguageDefinitions::getSecondFallbackLanguageFilename())
+    if (!canBeStale(language))
         return std::nullopt;
     const std::optional<QString> text = baseTextOf(url, language);
     return text == baseText ? std::nullopt : text;
@@ -157,12 +189,12 @@ void BaseTextRecord::noteBaseText(const QString& url, const QString& before, con
 
 void BaseTextRecord::noteText(const QString& url, const QString& language, const QString& baseText)
 {
-    if (!isBegun())
+    if (!isBegun() || !canBeStale(language))
         return;
     QMap<QString, QString>& texts = m_Texts[url];
     if (texts.value(m_StrBaseLanguage, baseText) != baseText)
         texts.insert(language, baseText);
-    else if (language != m_StrBaseLanguage)
+    else
         texts.remove(language);
     if (!texts.contains(m_StrBaseLanguage))
         texts.insert(m_StrBaseLanguage, baseText);

@@ -51,14 +51,17 @@ public:
 
     /** The base text at @p url is replaced by @p after. */
     void noteBaseText(const QString& url, const QString& before, const QString& after);
-    /** The text of @p language is of @p baseText. */
+    /** The text of @p language, which is translated, is of @p baseText. */
     void noteText(const QString& url, const QString& language, const QString& baseText);
     /** The text and all below it got another URL. */
     void noteRename(const QString& url, const QString& newUrl);
-    /** The base has no such text any more. */
+    /** Neither the base nor any other language has such a text any more. */
     void noteRemoval(const QString& url) { m_Texts.remove(url); }
 
 private:
+    QString readLine(const QString& line);
+    bool canBeStale(const QString& language) const;
+
     QString m_StrBaseLanguage;
     /** Base texts by URL and language; under the base's own key for all languages without one. */
     QMap<QString, QMap<QString, QString>> m_Texts;

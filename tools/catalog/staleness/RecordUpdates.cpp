@@ -3,6 +3,7 @@
 #include "CheckSettings.h"
 #include "LanguageReading.h"
 #include "LanguageTexts.h"
+#include "PseudoLanguage.h"
 #include "RegularFile.h"
 
 #include "LanguageDefinitions.h"
@@ -48,6 +49,52 @@ QMap<QString, QString> allTexts(const LanguageTexts& texts)
     return all;
 }
 
+/** Whether a language beside the base has a text at the URL: it may be there again one day. */
+bool isTranslated(const QString& url, const QVector<LanguageTexts>& others)
+{
+    return std::any_of(others.begin(), others.end(),
+                       [&](const LanguageTexts& texts) { return !texts.text(url).isEmpty(); });
+}
+
+void noteRemovals(const DocumentEdit& edit, const LanguageTexts& before, const LanguageTexts& after,
+                  BaseTextRecord& record)
+{
+    QStringList removed;
+    for (const LanguageTexts::Entry& entry : before.entries()) {
+        if (!after.contains(entry.url))
+            removed.append(entry.url);
+    }
+    if (removed.isEmpty() || !record.isBegun())
+        return;
+    QVector<LanguageTexts> others;
+    for (const QString& language : listLanguages(edit.folderPath)) {
+        QString fault; // what cannot be read has no text that could be kept
+        if (language != edit.language)
+            others.append(readTexts(edit.folderPath, language, fault));
+    }
+    for (const QString& url : qAsConst(removed)) {
+        if (!isTranslated(url, others))
+            record.noteRemoval(url);
+    }
+}
+
+/** Begins a record in which every text is of the base as it is. @return why that cannot be done. */
+QString begin(const DocumentEdit& edit, const QString& baseLanguage, BaseTextRecord& record)
+{
+    QString fault;
+    const LanguageTexts base = readTexts(edit.folderPath, baseLanguage, fault);
+    if (fault.isEmpty())
+        record.begin(baseLanguage, allTexts(base));
+    return fault;
+}
+
+/** Whether a text is said to be of a base text that is no more: a reason to begin a record. */
+bool hasOldText(const DocumentEdit& edit)
+{
+    return std::any_of(edit.baseTexts.begin(), edit.baseTexts.end(),
+                       [](const NotedBaseText& text) { return text.isOld; });
+}
+
 /** @return why that cannot be done. */
 QString noteEditOfBase(const DocumentEdit& edit, BaseTextRecord& record)
 {
@@ -60,10 +107,7 @@ QString noteEditOfBase(const DocumentEdit& edit, BaseTextRecord& record)
                     [&](const auto& entry) { return isReplaced(entry, before, edit.oldUrls); });
     if (isBeginning)
         record.begin(edit.language, allTexts(before));
-    for (const LanguageTexts::Entry& entry : before.entries()) {
-        if (!after.contains(entry.url))
-            record.noteRemoval(entry.url);
-    }
+    noteRemovals(edit, before, after, record);
     for (const LanguageTexts::Entry& entry : after.entries()) {
         if (!entry.text.isEmpty())
             record.noteBaseText(entry.url, before.text(oldUrlOf(entry.url, edit.oldUrls)),
@@ -76,11 +120,14 @@ QString noteEditOfBase(const DocumentEdit& edit, BaseTextRecord& record)
 QString noteEditOfOther(const DocumentEdit& edit, BaseTextRecord& record)
 {
     QString fault;
+    const QJsonObject document = edit.document.document();
+    if (PseudoLanguage::isPseudo(document)) // nothing of it is ever called stale
+        return fault;
     const LanguageTexts before(edit.document.documentAsRead());
     const LanguageTexts base = readTexts(edit.folderPath, record.baseLanguage(), fault);
     const LanguageTexts lastFallback =
         readTexts(edit.folderPath, LanguageDefinitions::getSecondFallbackLanguageFilename(), fault);
-    const LanguageTexts after(edit.document.document());
+    const LanguageTexts after(document);
     for (const LanguageTexts::Entry& entry : after.entries()) {
         const QString ofBase = base.text(entry.url);
         const QString baseText = ofBase.isEmpty() ? lastFallback.text(entry.url) : ofBase;
@@ -98,7 +145,7 @@ QString noteEditOfOther(const DocumentEdit& edit, BaseTextRecord& record)
 QString RecordUpdates::add(const DocumentEdit& edit)
 {
     const bool hasRecord = !isNothingAt(BaseTextRecord::pathIn(edit.folderPath));
-    if (!hasRecord && edit.language != baseLanguageOf(edit.folderPath))
+    if (!hasRecord && !hasOldText(edit) && edit.language != baseLanguageOf(edit.folderPath))
         return QString();
     Folder* folder = nullptr;
     const QString fault = open(edit, folder);
@@ -140,6 +187,8 @@ QString RecordUpdates::note(const DocumentEdit& edit, Folder& folder)
     folder.isFirst = folder.isFirst || edit.language == folder.baseLanguage;
     if (edit.language == folder.baseLanguage)
         fault = noteEditOfBase(edit, folder.record);
+    else if (!folder.record.isBegun() && hasOldText(edit))
+        fault = begin(edit, folder.baseLanguage, folder.record);
     else if (folder.record.isBegun() && edit.document.isTouched())
         fault = noteEditOfOther(edit, folder.record);
     for (const NotedBaseText& text : edit.baseTexts)

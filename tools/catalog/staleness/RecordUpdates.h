@@ -15,6 +15,7 @@
 struct NotedBaseText {
     QString url;
     QString baseText;
+    bool isOld = false; ///< whether the base has another text by now
 };
 
 /** What was done to one language document, as far as it says what texts are of. */

@@ -106,12 +106,6 @@ QString toTable(const QVector<LanguageCoverage>& languages, const CheckSettings&
     return lines.join(QLatin1Char('\n'));
 }
 
-QString counted(int count, const char* noun)
-{
-    return QStringLiteral("%1 %2%3").arg(count).arg(QLatin1String(noun),
-                                                    QLatin1String(count == 1 ? "" : "s"));
-}
-
 } // namespace
 
 QString toText(const CheckResult& result, const CheckSettings& settings, bool isColoured)

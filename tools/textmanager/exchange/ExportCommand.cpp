@@ -43,6 +43,11 @@ int count(const ExchangeFile& file, State state)
 
 bool writeFile(const QString& path, const QByteArray& bytes)
 {
+    if (path == QLatin1String("-")) {
+        printMessage(QStringLiteral("cannot write to standard output, since what is written is "
+                                    "told there. Name a file."));
+        return false;
+    }
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
         return true;
@@ -55,11 +60,14 @@ std::optional<Written> exportLanguage(const ExchangeFolder& folder, const QStrin
                                       const QString& path, const ExchangeFormat& format,
                                       ExchangeSelection selection)
 {
-    const QString refusal = format.findRefusal(language);
-    QString fault;
-    const auto texts = folder.read(language, fault);
-    if (!refusal.isEmpty() || !texts) {
-        printMessage(refusal.isEmpty() ? fault : refusal);
+    QString fault = format.findRefusal(language);
+    if (fault.isEmpty() && folder.hasFile(path))
+        fault = QStringLiteral("%1 is a file of the folder, which an export would destroy. Name "
+                               "another one.")
+                    .arg(path);
+    const auto texts = fault.isEmpty() ? folder.read(language, fault) : std::nullopt;
+    if (!texts) {
+        printMessage(fault);
         return std::nullopt;
     }
     const ExchangeFile file = collectUnits(*texts, selection);
@@ -74,12 +82,9 @@ void print(const QVector<Written>& files, bool isJsonWanted)
     QJsonArray list;
     for (const Written& file : files) {
         if (!isJsonWanted)
-            printResult(QStringLiteral("%1: %2 texts of %3, %4 missing, %5 stale")
-                            .arg(file.path)
-                            .arg(file.texts)
-                            .arg(file.language)
-                            .arg(file.missing)
-                            .arg(file.stale));
+            printResult(QStringLiteral("%1: %2 of %3, %4 missing, %5 stale")
+                            .arg(file.path, counted(file.texts, "text"), file.language,
+                                 QString::number(file.missing), QString::number(file.stale)));
         list.append(QJsonObject{{QStringLiteral("file"), file.path},
                                 {QStringLiteral("language"), file.language},
                                 {QStringLiteral("texts"), file.texts},
@@ -121,10 +126,9 @@ ExitStatus runExport(const CommandLine& commandLine)
     if (format == nullptr || !checkFolder(folderPath))
         return UnusableInput;
     const CheckSettings settings = settingsOf(commandLine, folderPath);
-    if (commandLine.language() == settings.base)
-        return commandLine.refuse(
-            QStringLiteral("'%1' is the base, which is not translated.").arg(settings.base));
     const ExchangeFolder folder(folderPath, settings.shortFolder, settings.base);
+    if (commandLine.language() == settings.base)
+        return commandLine.refuse(folder.explainUntranslated(settings.base));
     const QString refusal = format->findRefusal(settings.base);
     if (!folder.fault().isEmpty() || !refusal.isEmpty()) {
         printMessage(folder.fault().isEmpty() ? refusal : folder.fault());

@@ -7,6 +7,8 @@
 #include "LanguageImport.h"
 #include "LanguageTags.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 
 #include <algorithm>
@@ -29,7 +31,8 @@ QString placeIn(const QString& path, const Place& place)
 }
 
 /** Reads a file; nothing, after a message, when it cannot be read. */
-std::optional<ExchangeFile> readFile(const QString& path, const CommandLine& commandLine)
+std::optional<ExchangeFile> readFile(const QString& path, const QString& baseLanguage,
+                                     const CommandLine& commandLine)
 {
     const ExchangeFormat* format = chooseFormat(commandLine, path);
     const auto input = format != nullptr ? Input::open(path) : nullptr;
@@ -37,6 +40,7 @@ std::optional<ExchangeFile> readFile(const QString& path, const CommandLine& com
     if (!bytes)
         return std::nullopt;
     ExchangeFile file;
+    file.baseLanguage = baseLanguage;
     if (const auto fault = format->read(*bytes, file)) {
         printMessage(QStringLiteral("%1: %2").arg(placeIn(path, fault->place), fault->reason));
         return std::nullopt;
@@ -58,10 +62,19 @@ QString findOtherLanguage(const ExchangeFile& file, const ExchangeFolder& folder
     if (language == baseLanguage)
         return QStringLiteral("is of the base language '%1', which is not translated.")
             .arg(baseLanguage);
-    return language.isEmpty() ? QStringLiteral("is of '%1', and there is no such language; "
-                                               "'textmanager new' starts it.")
-                                    .arg(file.language)
-                              : QString();
+    return language.isEmpty()
+               ? QStringLiteral("is of '%1', and there is no such language. Name the right one "
+                                "with --language, or start it with 'textmanager new'.")
+                     .arg(file.language)
+               : QString();
+}
+
+/** What is the same for a language and one that is a link to it. */
+QString placeOf(const QString& language, const ExchangeFolder& folder)
+{
+    const QFileInfo file(QDir(folder.path()).filePath(language + QStringLiteral(".json")));
+    const QString path = file.canonicalFilePath();
+    return path.isEmpty() ? language : path;
 }
 
 /** The imports of all files that can be used; a message says why the others cannot. */
@@ -70,20 +83,21 @@ openAll(const ExchangeFolder& folder, const QString& baseLanguage, const Command
 {
     const ImportOptions options{commandLine.isSet(staleOption), commandLine.isSet(forceOption)};
     std::vector<std::unique_ptr<LanguageImport>> imports;
-    QStringList languages;
+    QStringList places;
     for (const QString& path : commandLine.arguments().mid(1)) {
-        std::optional<ExchangeFile> file = readFile(path, commandLine);
+        std::optional<ExchangeFile> file = readFile(path, baseLanguage, commandLine);
         if (!file)
             continue;
         if (commandLine.isSet(QStringLiteral("language")))
             file->language = commandLine.language();
         QString fault = findOtherLanguage(*file, folder, baseLanguage);
         const QString language = folder.findLanguage(file->language);
-        if (fault.isEmpty() && languages.contains(language))
+        const QString place = placeOf(language, folder);
+        if (fault.isEmpty() && places.contains(place))
             fault = QStringLiteral("is of '%1', as a file before it. Import one after the other.")
                         .arg(language);
         if (fault.isEmpty()) {
-            languages.append(language);
+            places.append(place);
             auto import = LanguageImport::open(folder, language, *file, options, fault);
             if (import != nullptr) {
                 import->setName(path);
@@ -97,40 +111,63 @@ openAll(const ExchangeFolder& folder, const QString& baseLanguage, const Command
     return imports;
 }
 
+QString nameOf(LanguageImport::Change::Kind kind)
+{
+    using Kind = LanguageImport::Change::Kind;
+    return kind == Kind::Added     ? QStringLiteral("added")
+           : kind == Kind::Changed ? QStringLiteral("changed")
+                                   : QStringLiteral("confirmed");
+}
+
 QString nameOf(const LanguageImport::Change& change)
 {
     return change.isShort ? QStringLiteral("short text of %1").arg(change.url) : change.url;
+}
+
+/** How many texts are left as they are, and how many of these are stale all the same. */
+QString describeSame(const LanguageImport& import)
+{
+    const QString same = QStringLiteral("%1 there already").arg(import.sameCount());
+    return import.staleCount() > 0
+               ? same +
+                     QStringLiteral(", %1 of them of an older base text").arg(import.staleCount())
+               : same;
+}
+
+int countChanges(const LanguageImport& import, bool areConfirmed)
+{
+    return static_cast<int>(std::count_if(
+        import.changes().begin(), import.changes().end(),
+        [=](const LanguageImport::Change& change) {
+            return (change.kind == LanguageImport::Change::Kind::Confirmed) == areConfirmed;
+        }));
 }
 
 void printText(const LanguageImport& import, bool isDryRun)
 {
     for (const LanguageImport::Change& change : import.changes())
         printResult(QStringLiteral("%1: %2 %3")
-                        .arg(import.language(),
-                             change.isAdded ? QStringLiteral("added") : QStringLiteral("changed"),
-                             nameOf(change)));
+                        .arg(import.language(), nameOf(change.kind), nameOf(change)));
     for (const ExchangeFault& fault : import.leftOut())
         printMessage(
             QStringLiteral("%1: %2").arg(placeIn(import.name(), fault.place), fault.reason));
+    const int confirmed = countChanges(import, true);
     printMessage(
-        QStringLiteral("%1: %2 texts %3 %4, %5 are there already, %6 left out.")
-            .arg(Input::nameOf(import.name()))
-            .arg(import.changes().size())
-            .arg(isDryRun ? QStringLiteral("would be written to") : QStringLiteral("written to"),
-                 import.language())
-            .arg(import.sameCount())
-            .arg(import.leftOut().size()));
+        QStringLiteral("%1: %2 %3 %4, %5%6, %7 left out.")
+            .arg(Input::nameOf(import.name()), counted(countChanges(import, false), "text"),
+                 isDryRun ? QStringLiteral("would be written to") : QStringLiteral("written to"),
+                 import.language(),
+                 confirmed > 0 ? QStringLiteral("%1 confirmed, ").arg(confirmed) : QString(),
+                 describeSame(import), QString::number(import.leftOut().size())));
 }
 
 QJsonObject toJson(const LanguageImport& import)
 {
     QJsonArray changes;
     for (const LanguageImport::Change& change : import.changes())
-        changes.append(
-            QJsonObject{{QStringLiteral("change"),
-                         change.isAdded ? QStringLiteral("added") : QStringLiteral("changed")},
-                        {QStringLiteral("name"), change.url},
-                        {QStringLiteral("short"), change.isShort}});
+        changes.append(QJsonObject{{QStringLiteral("change"), nameOf(change.kind)},
+                                   {QStringLiteral("name"), change.url},
+                                   {QStringLiteral("short"), change.isShort}});
     QJsonArray leftOut;
     for (const ExchangeFault& fault : import.leftOut())
         leftOut.append(QJsonObject{{QStringLiteral("line"), fault.place.line},
@@ -140,6 +177,7 @@ QJsonObject toJson(const LanguageImport& import)
             {QStringLiteral("language"), import.language()},
             {QStringLiteral("changes"), changes},
             {QStringLiteral("same"), import.sameCount()},
+            {QStringLiteral("stale"), import.staleCount()},
             {QStringLiteral("leftOut"), leftOut}};
 }
 
@@ -197,7 +235,7 @@ Command importCommand()
          {{staleOption,
            {},
            QStringLiteral("Take texts whose base text has changed, and those that are marked as "
-                          "to be looked at again. They stay stale.")},
+                          "to be looked at again. What was stale stays so.")},
           {forceOption, {}, QStringLiteral("Take texts in which 'check' finds an error.")},
           dryRunOption(),
           {QStringLiteral("language"), QStringLiteral("KEY"),

@@ -58,8 +58,8 @@ bool save(const QVector<Mark>& marks, const ExchangeTexts& texts,
           const std::vector<LanguageFileEditor*>& editors)
 {
     for (const Mark& mark : marks)
-        editors[mark.isShort ? 1 : 0]->noteBaseText(mark.url,
-                                                    texts.baseText(mark.url, mark.isShort));
+        editors[mark.isShort ? 1 : 0]->noteBaseText(
+            {mark.url, texts.baseText(mark.url, mark.isShort)});
     const QString fault = LanguageFileEditor::saveAll(editors);
     if (!fault.isEmpty())
         printMessage(fault);
@@ -110,6 +110,8 @@ ExitStatus runMark(const CommandLine& commandLine)
     std::vector<LanguageFileEditor*> editors = {editor.get()};
     QString fault;
     const ExchangeFolder folder = openExchangeFolder(commandLine, fault);
+    if (fault.isEmpty())
+        fault = folder.explainUntranslated(language);
     const auto texts = fault.isEmpty() ? folder.read(language, fault) : std::nullopt;
     if (!texts) {
         printMessage(fault);

@@ -5,10 +5,11 @@
 #include "FileCheck.h"
 #include "Folders.h"
 #include "LanguageReading.h"
+#include "LanguageTexts.h"
 #include "PseudoLanguage.h"
 #include "RegularFile.h"
 
-#include "LanguageInformation.h"
+#include "LanguageDefinitions.h"
 
 #include <QDir>
 
@@ -37,9 +38,22 @@ QMap<QString, QJsonObject> readDocuments(const QString& folderPath)
     return documents;
 }
 
+/** Whether other languages are answered with its texts where they have none. */
+bool isFallback(const QString& language)
+{
+    return language == LanguageDefinitions::getFirstFallbackLanguageFilename() ||
+           language == LanguageDefinitions::getSecondFallbackLanguageFilename();
+}
+
 /** The file to write; null, after a message, when it cannot be, or is a person's work. */
 std::unique_ptr<LanguageFileEditor> openTarget(const QString& folderPath, const QString& language)
 {
+    if (isFallback(language)) {
+        printMessage(QStringLiteral("'%1' answers where other languages have no text, and is not "
+                                    "made. Take another name with -o.")
+                         .arg(language));
+        return nullptr;
+    }
     if (!listLanguages(folderPath).contains(language))
         return createEditor(folderPath, language);
     auto editor = openEditor(folderPath, language);
@@ -75,8 +89,7 @@ Made makeIn(const QString& folderPath, const QString& base, const CommandLine& c
     Made made{openTarget(folderPath, language), 0};
     if (made.editor != nullptr) {
         made.editor->document() = pseudo.make(language, documents.value(base));
-        made.texts = static_cast<int>(
-            LanguageInformation().getAvailableUrls(made.editor->document()).size());
+        made.texts = static_cast<int>(LanguageTexts(made.editor->document()).entries().size());
     }
     return made;
 }
@@ -87,7 +100,7 @@ void print(const Made& made, bool isJsonWanted)
     if (isJsonWanted)
         printResult({{QStringLiteral("file"), path}, {QStringLiteral("texts"), made.texts}});
     else
-        printResult(QStringLiteral("%1: %2 texts").arg(path).arg(made.texts));
+        printResult(QStringLiteral("%1: %2").arg(path, counted(made.texts, "text")));
 }
 
 ExitStatus runPseudo(const CommandLine& commandLine)

@@ -41,6 +41,12 @@ bool mayStayOpen(const QString& name)
 
 MarkupTags::MarkupTags(const QString& text)
 {
+    findTags(text);
+    findCharacterNames(text);
+}
+
+void MarkupTags::findTags(const QString& text)
+{
     if (!text.contains(QLatin1Char('<')))
         return;
     static const QRegularExpression pattern(
@@ -56,11 +62,27 @@ MarkupTags::MarkupTags(const QString& text)
     }
 }
 
+void MarkupTags::findCharacterNames(const QString& text)
+{
+    if (!text.contains(QLatin1Char('&')))
+        return;
+    static const QRegularExpression pattern(
+        QStringLiteral("&(?:[A-Za-z][A-Za-z0-9]*|#[0-9]+|#[xX][0-9A-Fa-f]+);"));
+    auto matches = pattern.globalMatch(text);
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        m_CharacterNames.append({match.capturedStart(), match.capturedLength()});
+    }
+}
+
 bool MarkupTags::covers(QString::size_type offset) const
 {
-    return std::any_of(m_Candidates.begin(), m_Candidates.end(), [&](const Tag& tag) {
-        return offset >= tag.offset && offset < tag.offset + tag.length && isMarkup(tag.name);
-    });
+    const auto isIn = [=](const auto& part) {
+        return offset >= part.offset && offset < part.offset + part.length;
+    };
+    return std::any_of(m_CharacterNames.begin(), m_CharacterNames.end(), isIn) ||
+           std::any_of(m_Candidates.begin(), m_Candidates.end(),
+                       [&](const Tag& tag) { return isIn(tag) && isMarkup(tag.name); });
 }
 
 MarkupTags::Fault MarkupTags::findUnbalanced() const

@@ -13,7 +13,7 @@ class MarkupTags
 public:
     explicit MarkupTags(const QString& text);
 
-    /** Whether the character at @p offset belongs to a tag. */
+    /** Whether the character at @p offset belongs to a tag, or to a name of a character: &amp; */
     bool covers(QString::size_type offset) const;
 
     /** What is wrong with the tags, or other than in the base. */
@@ -36,7 +36,14 @@ private:
 
         QString toString() const;
     };
+    void findTags(const QString& text);
+    void findCharacterNames(const QString& text);
     bool isMarkup(const QString& name) const;
 
+    struct CharacterName {
+        QString::size_type offset = 0;
+        QString::size_type length = 0;
+    };
     QVector<Tag> m_Candidates;
+    QVector<CharacterName> m_CharacterNames;
 };

@@ -9,16 +9,6 @@
 namespace
 {
 
-/** Whether a text is for messages alone: of simple braces, others may make something else. */
-bool isMessage(const AnalyzedText& text)
-{
-    const auto& all = text.placeholders.all();
-    return std::any_of(all.begin(), all.end(), [&](const Placeholder& placeholder) {
-        return placeholder.kind == Placeholder::Kind::Named &&
-               !text.text.mid(placeholder.offset, placeholder.length).endsWith(QLatin1Char('}'));
-    });
-}
-
 QStringList missingCategories(const MessagePlural& plural, const QString& language)
 {
     QStringList missing = MessagePatternInfo::getPluralCategories(language, plural.isOrdinal);
@@ -35,7 +25,8 @@ QStringList missingCategories(const MessagePlural& plural, const QString& langua
 
 void findMessageFaults(const TextToCheck& text, TextFindings& findings)
 {
-    if (!isMessage(text.text) && (text.base == nullptr || !isMessage(*text.base)))
+    if (!text.text.placeholders.areOfMessage() &&
+        (text.base == nullptr || !text.base->placeholders.areOfMessage()))
         return;
     const MessagePatternInfo pattern(text.text.text);
     if (!pattern.isValid())

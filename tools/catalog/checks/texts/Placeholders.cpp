@@ -173,8 +173,10 @@ void Placeholders::findBraceForms(const QString& text)
         }
         m_All.append({Kind::Named, QStringLiteral("{%1}").arg(match.captured(1)), at,
                       match.capturedLength()});
-        if (!match.captured(2).isEmpty())
+        if (!match.captured(2).isEmpty()) {
             open.append(Brace::Argument);
+            m_AreOfMessage = true;
+        }
         at = match.capturedEnd() - 1;
     }
 }

@@ -49,6 +49,9 @@ public:
     /** In the order of the text, those with a percent sign first. */
     const QVector<Placeholder>& all() const { return m_All; }
     bool has(Placeholder::Kind kind) const;
+    /** Whether the text is a message with plurals, choices or formats. Of simple braces alone,
+     * others than messages may make something. */
+    bool areOfMessage() const { return m_AreOfMessage; }
     /** Whether the character at @p offset belongs to one. */
     bool covers(QString::size_type offset) const;
 
@@ -65,5 +68,6 @@ private:
     QString::size_type offsetOf(const QString& name) const;
 
     QVector<Placeholder> m_All;
+    bool m_AreOfMessage = false;
     QStringList m_Percentages; ///< "50" for "50%" and "50 %"
 };
