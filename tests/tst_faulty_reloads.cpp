@@ -90,7 +90,6 @@ void FaultyReloadsTest::keepsWhatIsTruncated()
     }
     m_Files->write("de", bytes);
     QCOMPARE(reloaded(), "new old");
-    qInfo("%d lengths", bytes.size());
 }
 
 void FaultyReloadsTest::keepsWhatIsReplaced_data()
@@ -165,7 +164,6 @@ void FaultyReloadsTest::readsWhatGrows()
         });
         while (writer.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
             const QString texts = reloaded();
-            qInfo("1 reloads");
             QVERIFY2(texts == "old old" || texts == "new old", qPrintable(texts));
         }
         QCOMPARE(reloaded(), "new old");

@@ -187,8 +187,8 @@ void HostileBusTest::isNotBuriedUnderChanges()
           int(reloads.count()), int(longestAbsence), taken);
     QVERIFY(reloads.count() <= cell("most reloads").toInt() * TIME_FACTOR);
     QVERIFY2(taken < 100, qPrintable(QString::number(taken)));
-    reloads.clear();
-    QVERIFY(!reloads.wait(1100)); // nothing is left of them
+    // Nothing is left of them, though a service that was too busy to answer may still come back.
+    QTRY_VERIFY_WITH_TIMEOUT(!reloads.wait(1100), 10'000);
 }
 
 /** Of two services the second is refused the name, and nobody hears it. */

@@ -159,7 +159,10 @@ void ReloadThreadsTest::tellsOtherThreads()
             wrong += isAtHome && m_Manager->getText("A", "de").toInt() > 0 ? 0 : 1;
             ++heard;
         });
+        std::promise<void> started; // which the thread sanitizer sees, other than what Qt waits for
+        connect(&threads[index], &QThread::started, [&] { started.set_value(); });
         threads[index].start();
+        started.get_future().wait();
     }
     for (int round = 1; round <= 50; ++round) {
         writeGeneration(*m_Files, round);
