@@ -321,11 +321,12 @@ private Q_SLOTS:
         // "»" and "«" stand for the marks around a text from right to left.
         addTable(R"(
         style              | xx
-                            | A=[%1 <b>Šåvé</b> &amp; ļöŕém];M/C=[ÖĶ];N=[{n, plural,
-         .. one {# fîļé} other {'{'å'}'}} ļöŕém îpšûm đö]
+                            |
+         .. A=[%1 <b>Šåvé</b> &amp; ļöŕém];M/C=[ÖĶ];N=[{n, plural,\n one {å fîļé} other {'{'å'}'}} ļöŕém îpšûm đö]
          --style urls       | A=A;M/C=M/C;N=N
-         --style widest     | A=%1 <b>Save</b> &amp;;M/C=保存;N={n, plural, one {# file} other {'{'a'}'}}
-         --rtl --style urls | A=»A«;M/C=»M/C«;N=»N«
+         --style widest     | A=%1 <b>Save</b> &amp;;M/C=保存;N={n, plural,\n one {a file} other {'{'a'}'}}
+         --rtl --style widest
+         .. | A=»%1 <b>Save</b> &amp;«;M/C=»保存«;N=»{n, plural,\n one {a file} other {'{'a'}'}}«
         )");
     }
     void makesPseudoLanguages()
@@ -334,7 +335,7 @@ private Q_SLOTS:
         files.write("de", R"({"Content": {"M": {"childs": {"C": {"text": "保存"}}}}})");
         files.write("en_US", R"({"Content": {"A": {"text": "%1 <b>Save</b> &amp;", "comment": "c"},
             "M": {"childs": {"C": {"text": "OK", "comment": ""}}},
-            "N": {"text": "{n, plural, one {# file} other {'{'a'}'}}", "comment": ""}}})");
+            "N": {"text": "{n, plural,\n one {a file} other {'{'a'}'}}", "comment": ""}}})");
         files.write("old", R"({"Header": {"pseudo": "urls"},
             "Content": {"A": {"text": "a very wide text indeed", "comment": ""}}})");
         const QString record = files.path() + ".textmanager-base-texts";

@@ -165,6 +165,7 @@ private Q_SLOTS:
         export DIR --all-languages --language de -o DIR | expected either --language or --all-languages
         export DIR --language de_DE                     | --output is missing
         pseudo DIR -o de_DE                             | de_DE.json: was not made by this command
+        pseudo DIR -o POSIX                             | 'POSIX' answers where other languages have no text
         pseudo DIR -o xx --base it                      | there is no base language 'it'
         pseudo DIR --style urls                         | --output is missing
         pack DIR/faulty -o DIR/out                      | fr_FR.json:3:5: malformed JSON
