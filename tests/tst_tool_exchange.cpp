@@ -321,10 +321,10 @@ private Q_SLOTS:
         // "»" and "«" stand for the marks around a text from right to left, "№" for "#".
         addTable(R"(
         style              | xx
-                            | A=[%1 <b>Šåvé</b> &amp; ļöŕém];M/C=[ÖĶ];N=[{n, plural,
+                            | A=[%1 <b>Šåvé</b> &amp; ļöŕém];M/C=[ÖĶ];N=[{n, plural,\n
          .. one {№ fîļé} other {'{'å'}'}} ļöŕém îpšûm đö]
          --style urls       | A=A;M/C=M/C;N=N
-         --style widest     | A=%1 <b>Save</b> &amp;;M/C=保存;N={n, plural, one {№ file} other {'{'a'}'}}
+         --style widest     | A=%1 <b>Save</b> &amp;;M/C=保存;N={n, plural,\n one {№ file} other {'{'a'}'}}
          --rtl --style urls | A=»A«;M/C=»M/C«;N=»N«
         )");
     }
@@ -334,7 +334,7 @@ private Q_SLOTS:
         files.write("de", R"({"Content": {"M": {"childs": {"C": {"text": "保存"}}}}})");
         files.write("en_US", R"({"Content": {"A": {"text": "%1 <b>Save</b> &amp;", "comment": "c"},
             "M": {"childs": {"C": {"text": "OK", "comment": ""}}},
-            "N": {"text": "{n, plural, one {\u0023 file} other {'{'a'}'}}", "comment": ""}}})");
+            "N": {"text": "{n, plural,\n one {\u0023 file} other {'{'a'}'}}", "comment": ""}}})");
         files.write("old", R"({"Header": {"pseudo": "urls"},
             "Content": {"A": {"text": "a very wide text indeed", "comment": ""}}})");
         const QString record = files.path() + ".textmanager-base-texts";

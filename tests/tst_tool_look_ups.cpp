@@ -160,11 +160,11 @@ private Q_SLOTS:
         export DIR --language de_DE -o DIR/no/x.xlf     | cannot be written
         export DIR --language de_DE -o DIR/en_US.json --as po | en_US.json is a file of the folder
         export DIR --language de_DE -o - --as po        | cannot write to standard output
-        pseudo DIR -o POSIX                             | 'POSIX' answers where other
         export DIR --all-languages -o DIR/de_DE.json    | cannot be made a folder
         export DIR --all-languages --language de -o DIR | expected either --language or --all-languages
         export DIR --language de_DE                     | --output is missing
         pseudo DIR -o de_DE                             | de_DE.json: was not made by this command
+        pseudo DIR -o POSIX                             | 'POSIX' answers where other languages have no text
         pseudo DIR -o xx --base it                      | there is no base language 'it'
         pseudo DIR --style urls                         | --output is missing
         pack DIR/faulty -o DIR/out                      | fr_FR.json:3:5: malformed JSON
