@@ -193,7 +193,7 @@ void HostileBusTest::isNotBuriedUnderChanges()
         QCoreApplication::processEvents();
     DeviceService::setLanguage("ja_JP");
     QTRY_COMPARE(currentText(manager), "ja_JP");
-    QTest::qWait(100);
+    QTest::qWait(100 * TIME_FACTOR);
     qInfo("10,000 changes: %d reloads, event loop away for at most %lld ms", int(reloads.count()),
           static_cast<long long>(absence.take()));
     QVERIFY(reloads.count() <= cell("most reloads").toInt() * TIME_FACTOR);
