@@ -181,7 +181,7 @@ void HostileBusTest::isNotBuriedUnderChanges()
     }
     DeviceService::setLanguage("ja_JP");
     QTRY_COMPARE(currentText(manager), "ja_JP");
-    QTest::qWait(100);
+    QTest::qWait(100 * TIME_FACTOR);
     const int taken = peakMegabytes() - megabytes;
     qInfo("10000 changes, %d reloads, at most %d ms away from other events, at most %d MB taken",
           int(reloads.count()), int(longestAbsence), taken);

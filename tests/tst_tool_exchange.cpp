@@ -321,8 +321,8 @@ private Q_SLOTS:
         // "»" and "«" stand for the marks around a text from right to left, "№" for "#".
         addTable(R"(
         style              | xx
-                            | A=[%1 <b>Šåvé</b> &amp; ļöŕém];M/C=[ÖĶ];N=[{n, plural,\n
-         .. one {№ fîļé} other {'{'å'}'}} ļöŕém îpšûm đö]
+                            | A=[%1 <b>Šåvé</b> &amp; ļöŕém];M/C=[ÖĶ];N=[{n, plural,\n one {№ fîļé} other {'
+         .. {'å'}'}} ļöŕém îpšûm đö]
          --style urls       | A=A;M/C=M/C;N=N
          --style widest     | A=%1 <b>Save</b> &amp;;M/C=保存;N={n, plural,\n one {№ file} other {'{'a'}'}}
          --rtl --style urls | A=»A«;M/C=»M/C«;N=»N«
