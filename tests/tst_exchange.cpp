@@ -145,8 +145,8 @@ private Q_SLOTS:
         po     | msgid "s"\nmsgstr "t"                                   | an entry without msgctxt
         po     | msgctxt "A"\nmsgid "s"\nmsgid_plural "p"\nmsgstr[0] "t" | an entry with plural forms
         tsv    | URL→en→de\nA→s→t                                        | A=t(s) unknown
-        tsv    | de→URL→en\r\n"t\r\n2"→A→s\r\n\r\n                       | A=t\n2(s) unknown
-        tsv    | URL→de→seen by→en→comment\nA→t→x→s\n                   | A=t(s) unknown
+        tsv    | en→URL→de\r\ns→A→"t\r\n2"\r\n\r\n                       | A=t\n2(s) unknown
+        tsv    | en→seen by→de→URL→comment\ns→x→t→A\n                   | A=t(s) unknown
         tsv    | URL→en→de\nA→s\n                                        | A=(s) unknown
         tsv    | URL→en→de\nA→s                                          | 2:1 the file is cut off in this row, which has 2 of 3
         tsv    | URL→en→de\nA→'=s→''t                                    | A=''t(=s) unknown
@@ -196,7 +196,6 @@ private Q_SLOTS:
                                                   2 * int(units16.size()))
                                      : text.toUtf8();
         ExchangeFile file;
-        file.baseLanguage = "en";
         const ExchangeFormat* format = ExchangeFormat::byName(cell("format"));
         const auto fault = format->read(QByteArray(bytes).replace("\\xff", "\xff"), file);
         QVERIFY(fault || file.units.size() + file.unusable.size() == 1);

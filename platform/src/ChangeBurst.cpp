@@ -23,9 +23,7 @@ ChangeBurst::ChangeBurst(QObject* parent)
 
 void ChangeBurst::addInstance(const QString& instance)
 {
-    if (!m_KnownInstances.contains(instance))
-        m_Instances.append(instance);
-    m_KnownInstances.insert(instance);
+    m_Instances.append(instance);
     wait();
 }
 
@@ -45,11 +43,11 @@ void ChangeBurst::wait()
 
 void ChangeBurst::tell()
 {
-    m_KnownInstances.clear();
-    const QStringList instances = std::exchange(m_Instances, QStringList());
+    QStringList instances = std::exchange(m_Instances, QStringList());
+    instances.removeDuplicates();
     const bool hasSomething = std::exchange(m_HasSomething, false);
     const QPointer<ChangeBurst> guard(this);
-    for (const QString& instance : instances) {
+    for (const QString& instance : qAsConst(instances)) {
         Q_EMIT instanceChanged(instance);
         if (guard.isNull())
             return;

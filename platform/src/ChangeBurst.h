@@ -2,7 +2,6 @@
 
 #include <QElapsedTimer>
 #include <QObject>
-#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
@@ -33,7 +32,6 @@ private:
 
     QTimer m_Timer;
     QElapsedTimer m_SinceFirst;
-    QStringList m_Instances;        ///< in the order in which they came
-    QSet<QString> m_KnownInstances; ///< the same, to be found at once
+    QStringList m_Instances; ///< of each change, in the order in which they came
     bool m_HasSomething = false;
 };

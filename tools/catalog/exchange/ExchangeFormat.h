@@ -31,8 +31,7 @@ public:
     /**
      * Reads a file whole.
      *
-     * @param file receives what is in it. The base language that it names before tells a file of
-     * columns which of them is the base's.
+     * @param file receives what is in it.
      * @return why it cannot be read; what @p file holds is then not to be used.
      */
     virtual std::optional<ExchangeFault> read(const QByteArray& bytes,

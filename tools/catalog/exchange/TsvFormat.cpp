@@ -77,7 +77,7 @@ struct Columns {
     QStringList::size_type shortText = -1;
 
     /** @return what is wrong with the titles; empty when they can be used. */
-    QString read(const QStringList& titles, const QString& baseLanguage)
+    QString read(const QStringList& titles)
     {
         QVector<int> others;
         for (int column = 0; column < titles.size(); ++column) {
@@ -86,26 +86,22 @@ struct Columns {
                 url = column;
             else if (title == shortTextTitle())
                 shortText = column;
-            else if (baseText < 0 && isSameLanguage(title, baseLanguage))
-                baseText = column;
             else if (!title.isEmpty() && title != commentTitle())
                 others.append(column);
         }
-        if (baseText < 0 && !others.isEmpty()) // the file is of another base
-            baseText = others.takeFirst();
-        if (others.size() > 1)
-            others.erase(
-                std::remove_if(others.begin(), others.end(),
-                               [&](int column) {
-                                   return tagOfLanguage(titles.at(column).trimmed()).isEmpty();
-                               }),
-                others.end());
-        if (url < 0 || others.size() != 1)
+        const auto isNoLanguage = [&](int column) {
+            return tagOfLanguage(titles.at(column).trimmed()).isEmpty();
+        };
+        if (others.size() > 2) // a column of notes, say
+            others.erase(std::remove_if(others.begin(), others.end(), isNoLanguage), others.end());
+        if (url < 0 || others.size() != 2)
             return QStringLiteral("the first row has to name the columns: URL, the key of the base "
                                   "language, the key of the language, comment, short text; found "
                                   "%1.")
                 .arg(titles.join(QStringLiteral(", ")));
-        text = others.first();
+        // The base's comes first: without that, a file of another base would be read the wrong way.
+        baseText = others.first();
+        text = others.last();
         return QString();
     }
 };
@@ -156,7 +152,6 @@ QByteArray TsvFormat::write(const ExchangeFile& file) const
 
 std::optional<ExchangeFault> TsvFormat::read(const QByteArray& bytes, ExchangeFile& file) const
 {
-    const QString baseLanguage = file.baseLanguage;
     file = ExchangeFile();
     const std::optional<QString> text = decodeUtf(bytes);
     if (!text)
@@ -181,7 +176,7 @@ std::optional<ExchangeFault> TsvFormat::read(const QByteArray& bytes, ExchangeFi
                     .arg(QString::number(cells->size()), QString::number(columnCount))};
         if (isFirst) {
             columnCount = cells->size();
-            const QString fault = columns.read(*cells, baseLanguage);
+            const QString fault = columns.read(*cells);
             if (!fault.isEmpty())
                 return ExchangeFault{{line, 1}, fault};
             file.baseLanguage = cells->at(columns.baseText).trimmed();

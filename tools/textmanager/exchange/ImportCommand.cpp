@@ -31,8 +31,7 @@ QString placeIn(const QString& path, const Place& place)
 }
 
 /** Reads a file; nothing, after a message, when it cannot be read. */
-std::optional<ExchangeFile> readFile(const QString& path, const QString& baseLanguage,
-                                     const CommandLine& commandLine)
+std::optional<ExchangeFile> readFile(const QString& path, const CommandLine& commandLine)
 {
     const ExchangeFormat* format = chooseFormat(commandLine, path);
     const auto input = format != nullptr ? Input::open(path) : nullptr;
@@ -40,7 +39,6 @@ std::optional<ExchangeFile> readFile(const QString& path, const QString& baseLan
     if (!bytes)
         return std::nullopt;
     ExchangeFile file;
-    file.baseLanguage = baseLanguage;
     if (const auto fault = format->read(*bytes, file)) {
         printMessage(QStringLiteral("%1: %2").arg(placeIn(path, fault->place), fault->reason));
         return std::nullopt;
@@ -85,7 +83,7 @@ openAll(const ExchangeFolder& folder, const QString& baseLanguage, const Command
     std::vector<std::unique_ptr<LanguageImport>> imports;
     QStringList places;
     for (const QString& path : commandLine.arguments().mid(1)) {
-        std::optional<ExchangeFile> file = readFile(path, baseLanguage, commandLine);
+        std::optional<ExchangeFile> file = readFile(path, commandLine);
         if (!file)
             continue;
         if (commandLine.isSet(QStringLiteral("language")))
