@@ -67,7 +67,8 @@ QByteArray collidingKeyAt(int index)
         QVector<QPair<uint, quint64>> rows;
         for (int place = 0; place < places; ++place) {
             quint64 changes = quint64(1) << place;
-            uint hash = qHash(QString(keyOf(changes)), 1) ^ qHash(QString(keyOf(0)), 1);
+            auto hash =
+                static_cast<uint>(qHash(QString(keyOf(changes)), 1) ^ qHash(QString(keyOf(0)), 1));
             for (const auto& [rowHash, rowChanges] : qAsConst(rows)) {
                 if ((hash ^ rowHash) < hash) {
                     hash ^= rowHash;
