@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 #include <QDataStream>
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusServer>
 #include <QDBusVirtualObject>
 
