@@ -106,7 +106,7 @@ private Q_SLOTS:
         po     | msgmerge --quiet --previous -o to.po from.po from.po
         po     | /usr/bin/python3 -c 'import polib; polib.pofile("from.po").save("to.po")'
         po     | pofilter --nonotes -t untranslated -t short from.po found.po && cp from.po to.po
-        xlf    | xliff2po --progress=none from.xlf read.po && msgcat --use-first read.po >/dev/null && cp from.xlf to.xlf
+        xlf    | xliff2po --progress=none from.xlf read.po && msgcat read.po >/dev/null && cp from.xlf to.xlf
         xlf    | lconvert -i from.xlf -o between.po && lconvert -i between.po -o to.xlf
         )");
     }
@@ -148,12 +148,12 @@ private Q_SLOTS:
         tsv    | en→URL→de\r\ns→A→"t\r\n2"\r\n\r\n                       | A=t\n2(s) unknown
         tsv    | en→seen by→de→URL→comment\ns→x→t→A\n                   | A=t(s) unknown
         tsv    | URL→en→de\nA→s\n                                        | A=(s) unknown
-        tsv    | URL→en→de\nA→s                                          | 2:1 the file is cut off in this row, which has 2 of 3
+        tsv    | URL→en→de\nA→s | 2:1 the file is cut off in this row, which has 2 of 3
         tsv    | URL→en→de\nA→'=s→''t                                    | A=''t(=s) unknown
         tsv    | UTF16 URL→en→de\nA→s→t                                  | A=t(s) unknown
         xliff  |                                                         | 1:1 Premature end of document
         xliff  | <a/>                                                    | 1:5 found <a>, expected <xliff>
-        xliff  | <xliff version="2.0"><file id="f"/>                     | 1:22 it is of version 2.0. Save it as XLIFF 1.2
+        xliff  | <xliff version="2.0"><file id="f"/>  | 1:22 it is of version 2.0. Save it as XLIFF 1.2
         xliff  | <xliff><file>\n<body>                                   | 2:7 Premature end of document
         xliff  | <xliff><file><trans-unit id="a"><source>a               | 1:42 Premature end of document
         xliff  | <xliff>&e;</xliff>                                      | 1:11 Entity 'e' not declared

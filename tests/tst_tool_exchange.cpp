@@ -168,12 +168,12 @@ private Q_SLOTS:
         A=a       | A→base a→neu→→kurz           |               | 1 | A=neu       | short text of A: name the folder
         A=a       | A→base a→neu→→kurz           | --short-folder s | 0 | A=neu    | x.tsv: 2 texts written to de
         A=a       | A→base a→neu                 | --base de     | 2 | A=a         | is translated from 'en_US', and
-        A=a       | A→base a→neu                 | --language fr | 2 | A=a         | is of 'fr', and there is no such
+        A=a       | A→base a→neu             | --language fr | 2 | A=a         | is of 'fr', and there is no such
         A=a       | A→base a→neu                 | --language en_US | 2 | A=a      | is of the base language 'en_US'
         A=a       | A→base a→"ne"u               |               | 2 | A=a         | x.tsv:2:1: the quotation marks of
         A=a       | A→base a→neu                 | DIR/no.po     | 1 | A=neu       | cannot read DIR/no.po
         A=a       | A→base a→neu                 | DIR/x.tsv     | 1 | A=neu       | is of 'de', as a file before it
-        A=a       | A→base a→neu                 | DIR/bomb.xlf  | 1 | A=neu       | bomb.xlf:1:31: malformed XLIFF: a
+        A=a       | A→base a→neu             | DIR/bomb.xlf  | 1 | A=neu       | bomb.xlf:1:31: malformed XLIFF: a
         A=a       |                              | DIR/fuzzy.po  | 2 | A=a         | fuzzy.po:4:1: A: is marked as to
         )");
     }
