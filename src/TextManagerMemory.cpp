@@ -23,14 +23,14 @@ QVector<TextManagerMemory::FileName> listFolder(const QString& path, bool& hasDe
     // The path is given to the constructor: QDir::setPath() would make nothing of an empty one,
     // which stands for the current directory here.
     const QDir folder(path);
-    // With System come dead links, too, and what is no regular file, which nobody opens.
+    // With System come dead links, too, and devices and their like, which are left out.
     const QFileInfoList entries =
         folder.entryInfoList(nameFilters, QDir::AllEntries | QDir::System, QDir::NoSort);
     QVector<TextManagerMemory::FileName> fileNames;
     for (const QFileInfo& entry : entries) {
-        if (entry.exists())
+        if (entry.isFile() || entry.isDir())
             fileNames.append({entry.filePath(), entry.baseName()});
-        else
+        else if (!entry.exists())
             hasDeadLink = true;
     }
     return fileNames;
