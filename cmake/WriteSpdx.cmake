@@ -2,18 +2,19 @@
 cmake_policy(VERSION 3.22)
 include(${settings})
 
-# PATTERN|NAME|VARIABLE of the version|licence as the part's own makers declare it
+# PATTERN|NAME|VARIABLE of the version|licence as the part's own makers declare it, as far as SPDX has words:
+# Qt is to be had under a commercial licence, too.
 set(linked_parts
-  "^libQt[56](.+)[.]so|Qt|version_Qt|LGPL-3.0-only OR GPL-2.0-or-later"
+  "^libQt[56](.+)[.]so|Qt|version_Qt|LGPL-3.0-only OR GPL-2.0-only OR GPL-3.0-only"
   "^libdbus-1[.]so|D-Bus|version_DBus|AFL-2.1 OR GPL-2.0-or-later"
   "^libicu.*[.]so|ICU|version_ICU|NOASSERTION"
-  "^libutf8proc[.]so|utf8proc|version_utf8proc|MIT"
+  "^libutf8proc[.]so|utf8proc|version_utf8proc|MIT AND Unicode-DFS-2015"
   "^libstdc[+][+][.]so|libstdc++|version_libstdcxx|GPL-3.0-or-later WITH GCC-exception-3.1"
   "^libgcc_s[.]so|libgcc|version_libstdcxx|GPL-3.0-or-later WITH GCC-exception-3.1"
   "^(libc|libm|ld-linux.*)[.]so|C library||NOASSERTION")
 # FILE that has it compiled in|NAME|VARIABLE|licence
 set(compiled_in_parts
-  "^libTextManagerLibrary|xxHash|version_xxHash|BSD-2-Clause"
+  "^(libTextManagerLibrary6?|textmanager)$|xxHash|version_xxHash|BSD-2-Clause"
   "^(textmanager|device-simulator)$|RapidJSON|version_RapidJSON|MIT")
 
 set(packages "")

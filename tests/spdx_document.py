@@ -10,6 +10,23 @@ import re
 import subprocess
 import sys
 
+# What a file links by its soname, and what is compiled into it.
+LINKED = {
+    r"libQt[56](\w+)\.so.*": r"Qt-\1",
+    r"libdbus-1\.so.*": "D-Bus",
+    r"libicu\w+\.so.*": "ICU",
+    r"libutf8proc\.so.*": "utf8proc",
+    r"libstdc\+\+\.so.*": "libstdc-",
+    r"libgcc_s\.so.*": "libgcc",
+    r"(libc|libm|ld-linux.*)\.so.*": "C-library",
+    r"(libTextManager\w+)\.so.*": r"\1",
+}
+COMPILED_IN = {
+    "-libTextManagerLibrary6?$": ["xxHash"],
+    "-textmanager$": ["RapidJSON", "xxHash"],
+    "-device-simulator$": ["RapidJSON"],
+}
+
 document = json.loads(pathlib.Path(sys.argv[1]).read_text(encoding="utf-8"))
 assert document["spdxVersion"] == "SPDX-2.3" and document["dataLicense"] == "CC0-1.0"
 assert document["SPDXID"] == "SPDXRef-DOCUMENT" and document["name"]
@@ -40,6 +57,10 @@ for file in sys.argv[2:]:
     own = own_id(file)
     assert ("SPDXRef-DOCUMENT", "DESCRIBES", own) in related, own
     dynamic = subprocess.run(["readelf", "-dW", file], capture_output=True, text=True, check=True).stdout
-    for module in re.findall(r"NEEDED.*\[libQt[56](\w+)\.so", dynamic):
-        assert (own, "DEPENDS_ON", f"SPDXRef-Qt-{module}") in related, f"{own} links Qt {module}"
-assert (own_id(sys.argv[2]), "CONTAINS", "SPDXRef-xxHash") in related  # of the library, which comes first
+    for soname in re.findall(r"NEEDED.*\[(.*)\]", dynamic):
+        matched = [re.sub(pattern, name, soname) for pattern, name in LINKED.items() if re.match(pattern, soname)]
+        linked = (matched or [soname])[0]
+        assert (own, "DEPENDS_ON", "SPDXRef-" + linked) in related, f"{own} links {soname}"
+    for program, parts in COMPILED_IN.items():
+        for part in parts if re.search(program, own) else []:
+            assert (own, "CONTAINS", "SPDXRef-" + part) in related, f"{part} is compiled into {own}"
