@@ -29,7 +29,7 @@ endif()
 
 set(TEXTMANAGER_IS_FIRST_QT ON)
 if(TEXTMANAGER_QT_VERSION EQUAL 6)
-  find_package(Qt5 QUIET) # without components it only tells where it is
+  find_package(Qt5 5.15 QUIET) # without components it only tells where it is
   if(Qt5_DIR)
     set(TEXTMANAGER_IS_FIRST_QT OFF)
   endif()
