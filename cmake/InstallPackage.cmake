@@ -43,6 +43,12 @@ else()
   set(pc_platform_cflags "-I\${includedir}/${TEXTMANAGER_PACKAGE}/platform")
   set(pc_platform_libs "-lTextManagerReferencePlatform${TEXTMANAGER_SUFFIX}")
 endif()
+# A folder below the prefix moves with it, an absolute one stays.
+set(pc_includedir ${CMAKE_INSTALL_INCLUDEDIR})
+set(pc_libdir ${CMAKE_INSTALL_LIBDIR})
+foreach(dir pc_includedir pc_libdir)
+  cmake_path(ABSOLUTE_PATH ${dir} BASE_DIRECTORY "\${prefix}")
+endforeach()
 file(RELATIVE_PATH prefix_from_pc_file
   ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(
