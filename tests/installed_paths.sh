@@ -29,9 +29,11 @@ done
 configure() { # NAME OPTION...
     cmake -S "$source" -B "$work/$1" -G Ninja -Wno-dev -DBUILD_TESTING=OFF "${@:2}" >"$work/$1.log" 2>&1
 }
-configure chosen -DCMAKE_INSTALL_RPATH=/opt/device/lib -DCMAKE_INSTALL_LIBDIR=/lib64 || fail "$(cat "$work/chosen.log")"
+configure chosen -DBUILD_TESTING=ON -DCMAKE_INSTALL_RPATH=/opt/device/lib -DCMAKE_INSTALL_LIBDIR=/lib64 || fail "$(cat "$work/chosen.log")"
 grep -q '"[^"]*/opt/device/lib' "$work/chosen/src/cmake_install.cmake" || fail "CMAKE_INSTALL_RPATH is not heeded"
 grep -qx 'libdir=/lib64' "$work"/chosen/*.pc || fail "an absolute CMAKE_INSTALL_LIBDIR is not heeded"
-! grep -q '^TEXTMANAGER_BUILD_TESTS:BOOL=ON' "$work/chosen/CMakeCache.txt" || fail "BUILD_TESTING is not heeded"
+configure chosen -DCMAKE_SKIP_INSTALL_RPATH=ON || fail "$(cat "$work/chosen.log")"
+! grep -q '/opt/device/lib' "$work/chosen/src/cmake_install.cmake" || fail "CMAKE_SKIP_INSTALL_RPATH is not heeded"
+! grep -q 'tst_' "$work/chosen/build.ninja" || fail "BUILD_TESTING is not heeded"
 ! configure static -DBUILD_SHARED_LIBS=OFF || fail "a static build is not refused"
 grep -q "BUILD_SHARED_LIBS is off" "$work/static.log" || fail "it is not said why a static build is refused"
