@@ -30,6 +30,16 @@ foreach(addon Messages Quick)
   endif()
 endforeach()
 
+# A project that has this one as a part links it by the names of the installed package, too.
+if(TEXTMANAGER_SUFFIX)
+  foreach(target TextManagerLibrary ReferencePlatform TextManagerMessages TextManagerQuick)
+    if(TARGET ${target})
+      get_target_property(name ${target} EXPORT_NAME)
+      add_library(${TEXTMANAGER_PACKAGE}::${name} ALIAS ${target})
+    endif()
+  endforeach()
+endif()
+
 # pkg-config knows no targets: it gets the include folders and the library file of the platform.
 if(TEXTMANAGER_PLATFORM_PACKAGE)
   set(platform_includes
