@@ -29,9 +29,11 @@ done
 configure() { # NAME OPTION...
     cmake -S "$source" -B "$work/$1" -G Ninja -Wno-dev -DBUILD_TESTING=OFF "${@:2}" >"$work/$1.log" 2>&1
 }
-configure chosen -DBUILD_TESTING=ON -DCMAKE_INSTALL_RPATH=/opt/device/lib -DCMAKE_INSTALL_LIBDIR=/lib64 || fail "$(cat "$work/chosen.log")"
+configure chosen -DBUILD_TESTING=ON -DCMAKE_INSTALL_RPATH=/opt/device/lib -DCMAKE_INSTALL_LIBDIR=/lib64 \
+    -DCMAKE_BUILD_TYPE=Release '-DCMAKE_CXX_FLAGS_RELEASE=-O3 -DNDEBUG' || fail "$(cat "$work/chosen.log")"
 grep -q '"[^"]*/opt/device/lib' "$work/chosen/src/cmake_install.cmake" || fail "CMAKE_INSTALL_RPATH is not heeded"
 grep -qx 'libdir=/lib64' "$work"/chosen/*.pc || fail "an absolute CMAKE_INSTALL_LIBDIR is not heeded"
+grep -q -e '-O3 -DNDEBUG' "$work/chosen/build.ninja" || fail "CMAKE_CXX_FLAGS_RELEASE is not heeded"
 configure chosen -DCMAKE_SKIP_INSTALL_RPATH=ON || fail "$(cat "$work/chosen.log")"
 ! grep -q '/opt/device/lib' "$work/chosen/src/cmake_install.cmake" || fail "CMAKE_SKIP_INSTALL_RPATH is not heeded"
 ! grep -q 'tst_' "$work/chosen/build.ninja" || fail "BUILD_TESTING is not heeded"
