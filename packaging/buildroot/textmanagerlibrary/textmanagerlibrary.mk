@@ -20,6 +20,11 @@ TEXTMANAGERLIBRARY_CONF_OPTS = \
 ifeq ($(BR2_PACKAGE_TEXTMANAGERLIBRARY_TOOLS),y)
 TEXTMANAGERLIBRARY_DEPENDENCIES += rapidjson utf8proc
 TEXTMANAGERLIBRARY_CONF_OPTS += -DTEXTMANAGER_BUILD_TOOLS=ON
+
+# It owns the bus name of the service, and the file behind it.
+define TEXTMANAGERLIBRARY_USERS
+	device-manager -1 device-manager -1 * /var/lib/device-manager - - Configuration service of the device
+endef
 else
 TEXTMANAGERLIBRARY_CONF_OPTS += -DTEXTMANAGER_BUILD_TOOLS=OFF
 endif
