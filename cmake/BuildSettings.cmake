@@ -52,6 +52,8 @@ add_compile_options(
   -ffile-prefix-map=${source_from_build}=
   -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
   -ffile-prefix-map=${PROJECT_BINARY_DIR}=.)
+# Else moc names a header by the way that leads from its own output, out of a build beside the sources.
+set(CMAKE_AUTOMOC_PATH_PREFIX ON)
 
 if(CMAKE_COMPILE_WARNING_AS_ERROR AND CMAKE_VERSION VERSION_LESS 3.24)
   add_compile_options(-Werror)
