@@ -4,7 +4,6 @@
 #include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
-#include <QMap>
 #include <QTest>
 
 #include <future>
@@ -12,9 +11,9 @@
 namespace
 {
 
-using Folder = QMap<QString, QByteArray>; ///< bytes of files by their names
+using Folder = QMap<QString, QByteArray>; ///< bytes of files by their paths
 
-const QString record = ".textmanager-base-texts";
+const QString recordName = ".textmanager-base-texts";
 
 /** For when there is time: each call fails in each way, and not only those that are likely to. */
 bool isLong()
@@ -22,28 +21,19 @@ bool isLong()
     return qEnvironmentVariableIsSet("TEXTMANAGER_LONG_ATTACK");
 }
 
-QByteArray bytesOf(const QString& path)
+/** Whether a file counts: neither locks nor what is hidden and nobody reads. */
+bool isCounted(const QString& path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-/** What counts of a folder: neither locks nor what is hidden and nobody reads. */
-bool isCounted(const QString& name)
-{
-    return !name.endsWith(".lock") && !name.endsWith(".new") && !name.endsWith("unfinished-pack") &&
-           !name.contains("/.new.") && !name.startsWith(".out.");
+    return !path.endsWith(".lock") && !path.endsWith(".new") && !path.endsWith("unfinished-pack") &&
+           !path.contains("/.new.") && !path.contains("/.out.");
 }
 
 Folder contentOf(const LanguageFiles& files)
 {
-    Folder folder;
-    QDirIterator it(files.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        const QString name = path.mid(files.path().size());
-        if (isCounted(name))
-            folder.insert(name, bytesOf(path));
+    Folder folder = files.readAll();
+    for (const QString& path : folder.keys()) {
+        if (!isCounted(path))
+            folder.remove(path);
     }
     return folder;
 }
@@ -72,7 +62,7 @@ void fill(const LanguageFiles& files, bool hasRecord)
         write(language + ".po", "msgid \"\"\nmsgstr \"Language: " + language +
                                     "\\n\"\nmsgctxt \"M\"\nmsgid \"en_US text\"\nmsgstr \"new\"\n");
     if (hasRecord)
-        write(record, "base\ten_US\nM\tde\told\nM\ten_US\ten_US text\n");
+        write(recordName, "base\ten_US\nM\tde\told\nM\ten_US\ten_US text\n");
 }
 
 /** A lock that names no process is known by its age: what would be waited for is over. */
@@ -101,7 +91,7 @@ ToolRun runWithFault(const QStringList& words, const QString& fault, const QStri
     const QStringList setting = {FAULTY_CALLS, "TEXTMANAGER_FAULT=" + fault,
                                  "TEXTMANAGER_FAULT_REPORT=" + report, TEXTMANAGER_PROGRAM};
     const ToolRun run(setting + words, {}, folder, "env");
-    failedCall = bytesOf(report).split('\n').first();
+    failedCall = LanguageFiles::readPath(report).split('\n').first();
     return run;
 }
 
@@ -177,13 +167,15 @@ void InterruptedEditsTest::compare(const QStringList& command, const ToolRun& ru
 {
     QCOMPARE(run.exitStatus() < 0, isKilled);
     const Folder left = contentOf(m_Files);
-    for (const QString& name : left.keys() + m_After.keys()) {
-        const QByteArray bytes = left.value(name);
+    const QString record = m_Files.path() + recordName;
+    const QString german = m_Files.file("de");
+    for (const QString& path : left.keys() + m_After.keys()) {
+        const QByteArray bytes = left.value(path);
         // One of two files that were to be imported could not be read: said, and the record says
         // so.
-        const bool isOfOneImport = run.exitStatus() == 1 && name == record;
-        QVERIFY2(bytes == m_Before.value(name) || bytes == m_After.value(name) || isOfOneImport,
-                 qPrintable(name));
+        const bool isOfOneImport = run.exitStatus() == 1 && path == record;
+        QVERIFY2(bytes == m_Before.value(path) || bytes == m_After.value(path) || isOfOneImport,
+                 qPrintable(path));
     }
     QVERIFY(left == m_After || run.exitStatus() != 0);
     if (left == m_After)
@@ -198,7 +190,7 @@ void InterruptedEditsTest::compare(const QStringList& command, const ToolRun& ru
     QVERIFY2(again.exitStatus() == 0, qPrintable(again.messages()));
     Folder mended = contentOf(m_Files);
     // A text that is there already is not written again: it counts as stale until it is marked.
-    if (command.first() == "set" && left.value("de.json") != m_Before.value("de.json")) {
+    if (command.first() == "set" && left.value(german) != m_Before.value(german)) {
         QVERIFY(mended.value(record).contains("\nM\tde\told\n"));
         mended.insert(record, m_After.value(record));
     }
@@ -219,7 +211,7 @@ void InterruptedEditsTest::loseNothingOfTwoEditors()
     auto other = std::async(std::launch::async, [&] { return edit("set DIR de O%1 --text t"); });
     QCOMPARE(edit("set DIR de P%1 --text t"), rounds);
     QCOMPARE(other.get(), rounds);
-    const QJsonObject document = parseObject(bytesOf(m_Files.file("de")));
+    const QJsonObject document = parseObject(m_Files.read("de"));
     QCOMPARE(document["Content"].toObject().size(), 2 + 2 * rounds);
     qInfo("%d edits", 2 * rounds);
 }
