@@ -243,8 +243,6 @@ private Q_SLOTS:
     void takesTimeInProportion();
     void takesLittleStack_data();
     void takesLittleStack();
-    void answersOddKeys_data();
-    void answersOddKeys();
 };
 
 void ReliabilitySizesTest::takesTimeInProportion_data()
@@ -333,27 +331,6 @@ void ReliabilitySizesTest::takesLittleStack()
     };
     constexpr bool isQt5 = QT_VERSION < QT_VERSION_CHECK(6, 0, 0); // Qt 6 itself takes more
     runOnSmallStack(works.value(cell("what")), cell("kilobytes").toUInt() + (isQt5 ? 0 : 48));
-}
-
-void ReliabilitySizesTest::answersOddKeys_data()
-{
-    addTable("key\n\\u0000\na\\u0000b\n\\ud800\n\\udc00x\n\\ufffe\n\\u001b[2J");
-}
-
-void ReliabilitySizesTest::answersOddKeys()
-{
-    const WarningCapture warnings;
-    const QByteArray key = cell("key").toUtf8();
-    const QString decoded = parseObject("{\"key\": \"" + key + "\"}").value("key").toString();
-    const LanguageFiles files;
-    files.write("en_US",
-                QByteArray(R"({"Content": {"M": {"childs": {"KEY": {"text": "a\u0000b\ud800",
-                                    "comment": "c"}}}}})")
-                    .replace("KEY", key));
-    const TextManagerBase manager(files.path(), "en_US", QString());
-    QCOMPARE(manager.getAvailableUrls("en_US"), QStringList("M/" + decoded));
-    QCOMPARE(manager.getText("M/" + decoded, QString()).size(), 4);
-    QCOMPARE(manager.getText("M/" + decoded + "x", QString()), QString());
 }
 
 QTEST_GUILESS_MAIN(ReliabilitySizesTest)
