@@ -72,44 +72,30 @@ void ReliabilityTerminalsTest::showsNoControls_data()
         EVIL
         get --EVIL
         get DIR EVIL
-        get DIR X/EVIL --language EVIL
         get DIR EVIL --format json
-        get DIR/EVIL A
         all DIR EVIL
         urls DIR
-        urls DIR --language X-EVIL
-        header DIR --format json
         header DIR --language EVIL
         languages DIR
         completions EVIL
         check DIR
         check DIR --format json
         check DIR --format sarif
-        check DIR --ignore EVIL
         set DIR de_DE EVIL --text EVIL --dry-run
-        set DIR de_DE EVIL/EVIL --text EVIL
         set DIR de_DE --batch DIR/EVIL.batch
-        set DIR EVIL B --text x --must-exist
         set-header DIR broken-EVIL --language-name EVIL
-        remove DIR de_DE EVIL/EVIL
         remove DIR de_DE EVIL/A --format json
         rename DIR EVIL NEW-EVIL --dry-run
-        rename DIR X-EVIL EVIL
         new DIR new-EVIL --dry-run
-        new DIR EVIL
         mark DIR de_DE EVIL --current
-        mark DIR de_DE X/EVIL --current
         export DIR --language de_DE -o DIR/new-EVIL.tsv
-        export DIR --language EVIL -o DIR/EVIL.xlf
         import DIR DIR/EVIL.tsv
         import DIR DIR/EVIL.po
-        import DIR DIR/none-EVIL.po
         pseudo DIR -o pseudo-EVIL
         keys DIR --header DIR/EVIL.h
         usage DIR DIR/EVIL.cpp --unused
         pack DIR -o DIR/packed-EVIL --drop-comments
         pick --language de_DE
-        pick --language EVIL
         watch DIR EVIL X-EVIL --once
         translate DIR DIR/data-EVIL --data-type SystemInformationData
         translate DIR DIR/broken-EVIL.json --data-type SystemInformationData
@@ -179,11 +165,8 @@ void ReliabilityTerminalsTest::staysInTheFolder()
     const QStringList before = QDir(folder.path() + "x").entryList(QDir::Files);
     const ToolRun run(folder.words(cell("command")));
     QVERIFY2((run.output() + run.messages()).contains(cell("message")), qPrintable(run.messages()));
-    for (const QString name : {"en_US", "de_DE"}) {
-        QFile outside(folder.file("x/" + name));
-        QVERIFY(outside.open(QIODevice::ReadOnly));
-        QCOMPARE(outside.readAll(), file);
-    }
+    for (const QString name : {"en_US", "de_DE"})
+        QCOMPARE(folder.read("x/" + name), file);
     QCOMPARE(QDir(folder.path() + "x").entryList(QDir::Files), before);
 }
 
