@@ -47,7 +47,6 @@ class FaultyReloadsTest : public QObject
 
 private Q_SLOTS:
     void init();
-    void keepsWhatIsTruncated();
     void keepsWhatIsReplaced_data();
     void keepsWhatIsReplaced();
     void keepsWhatMayNotBeRead();
@@ -78,18 +77,6 @@ QString FaultyReloadsTest::reloaded()
     if (reload.wait_for(std::chrono::seconds(20)) != std::future_status::ready)
         qFatal("the reload waits");
     return m_Manager->getText("A", "de") + ' ' + m_Manager->getShortText("A", "de");
-}
-
-void FaultyReloadsTest::keepsWhatIsTruncated()
-{
-    WarningCapture capture;
-    const QByteArray bytes = document("new");
-    for (int size = 0; size < bytes.size(); ++size) {
-        m_Files->write("de", bytes.left(size));
-        QCOMPARE(reloaded(), "old old");
-    }
-    m_Files->write("de", bytes);
-    QCOMPARE(reloaded(), "new old");
 }
 
 void FaultyReloadsTest::keepsWhatIsReplaced_data()
