@@ -92,26 +92,6 @@ private Q_SLOTS:
         }
     }
 
-    void tellsUrlsOfOneHashApart()
-    {
-        qSetGlobalQHashSeed(0); // of which the text manager makes 1
-        QHash<uint, QString> urls;
-        QString one, other;
-        while (other.isEmpty()) {
-            one = QString::number(m_Random(), 16).rightJustified(8, '0');
-            QString& known = urls[static_cast<uint>(qHash(one, 1))];
-            if (known != one)
-                std::swap(known, known.isEmpty() ? one : other);
-        }
-        QJsonObject nodes;
-        for (const QString& url : {one, other})
-            nodes.insert(url, QJsonObject{{"text", url}});
-        QJsonObject document{{"Content", nodes}};
-        const TextManagerBase manager("de_DE", document);
-        for (const QString& url : {one, other, one, other})
-            QCOMPARE(manager.getText(url, "de_DE"), url);
-    }
-
     void takesNoMoreMemoryForMadeUpUrls()
     {
         const QString longText(50'000, 'x');
