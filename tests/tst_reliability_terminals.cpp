@@ -1,6 +1,5 @@
 #include "LanguageFiles.h"
 #include "Table.h"
-#include "TerminalRun.h"
 #include "ToolRun.h"
 
 #include <QDir>
@@ -49,6 +48,19 @@ public:
 QByteArray object()
 {
     return EvilFolder::filled(R"({"POSIX": "EVIL", "de_DE": "EVIL", "EVIL": 1})", true).toUtf8();
+}
+
+/** What a command writes to a terminal on which it runs, and which it does not read from. */
+QString outputOnTerminal(const LanguageFiles& folder, const QString& command)
+{
+    LanguageFiles::writePath(folder.path() + "input", object());
+    const QString words = folder.words(command).join("' '");
+    const QString line =
+        QString("'%1' '%2' <'%3input'").arg(TEXTMANAGER_PROGRAM, words, folder.path());
+    const ToolRun run({"-qe", "-E", "never", "-c", line, "/dev/null"}, {}, {}, "script");
+    if (run.exitStatus() < 0 || run.exitStatus() > 2)
+        qFatal("the program did not run to its end on a terminal");
+    return run.output();
 }
 
 } // namespace
@@ -107,7 +119,7 @@ void ReliabilityTerminalsTest::showsNoControls()
     const EvilFolder folder;
     const EvilFolder same;
     const QString command = EvilFolder::filled(cell("command"));
-    QString shown = QString::fromUtf8(outputOnTerminal(folder.words(command), object()));
+    QString shown = outputOnTerminal(folder, command);
     // Of the tool itself: colours, and the line of progress that is written anew.
     shown.remove(QRegularExpression("\x1b\\[[0-9;]*m|\r\x1b\\[K|\r(?=\n)"));
     QVERIFY2(!shown.isEmpty(), "nothing was shown");
