@@ -102,7 +102,6 @@ private Q_SLOTS:
     void answersOfWholeDocuments();
     void tellsOtherThreads();
     void isDeletedByAReceiver();
-    void isReloadedByAReceiver();
 
 private:
     static int rounds()
@@ -190,30 +189,6 @@ void ReloadThreadsTest::isDeletedByAReceiver()
         }).get();
         QTRY_VERIFY(manager.isNull());
     }
-}
-
-/** In the thread that reloads, while another one reloads and looks up. */
-void ReloadThreadsTest::isReloadedByAReceiver()
-{
-    std::atomic<int> depth{0};
-    std::atomic<int> deepest{0};
-    connect(
-        m_Manager.get(), &TextManagerBase::languageReloaded, m_Manager.get(),
-        [&] {
-            if (++depth < 20) {
-                m_Manager->reloadLanguage();
-                ++deepest;
-            }
-        },
-        Qt::DirectConnection);
-    auto other = std::async(std::launch::async, [&] {
-        for (int round = 0; round < 20; ++round)
-            m_Manager->reloadLanguage();
-    });
-    m_Manager->reloadLanguage();
-    other.get();
-    QCOMPARE(deepest.load(), 19);
-    QCOMPARE(m_Manager->getText("A", "de"), "0");
 }
 
 QTEST_GUILESS_MAIN(ReloadThreadsTest)
