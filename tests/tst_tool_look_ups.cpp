@@ -19,10 +19,12 @@ void writeFolders(const LanguageFiles& files)
     files.write("short/de_DE", R"({"Content": {"Menu": {"text": "M"}}})");
     files.write("elsewhere/package", "{}"); // a current directory that nobody asks about
     files.write("data/known", R"([{"labelTextId": "Menu"}, {"own": "Menu/Svae"}])");
-    LanguageFiles::writePath(files.path() + "data/a.cpp", "t.getText(\"Menu/\" + key, QString());");
+    files.writeFile("data/a.cpp", "t.getText(\"Menu/\" + key, QString());");
     files.write("faulty/fr_FR", "{\r\n\"Content\":\r {} \"x\"}");
     for (const QString name : {"twice/de_DE", "twice/de_DE.backup"})
         files.write(name, R"({"Content": {}})");
+    QDir(files.path()).mkdir("links");
+    QFile::link("../short/de_DE.json", files.file("links/de_DE"));
 }
 
 /** A run of the words of a row, in which standard input follows "<". */
@@ -165,6 +167,11 @@ private Q_SLOTS:
         pack DIR -o DIR/out --languages de_DE,fr        | there is no language 'fr'
         pack DIR -o DIR/de_DE.json --languages de_DE    | is no folder
         pack DIR                                        | pack: --output
+        pack DIR/short -o DIR                           | holds something already. Empty it, or give --force.
+        pack DIR/short -o DIR --force                   | en_US.json: is not of this pack
+        pack DIR -o DIR/short/.. --languages de_DE --force | de_DE.json: is to be packed, and would be
+        pack DIR -o DIR/short --languages de_DE --force | short' is in the folder that is to be packed, and
+        pack DIR/links -o DIR/short --force             | short/de_DE.json: is to be packed, and would be
         pack DIR -o DIR/out --blank-comments --drop-comments | exclude each other
         )");
     }
