@@ -133,8 +133,8 @@ private Q_SLOTS:
         xliff  | UNIT id="A" approved="no"><source>s</source><target state="needs-translation">t</target> | A=t(s) stale
         xliff  | UNIT id="A" approved="no"><source>s</source><target state="final">t</target> | A=t(s) unknown
         xliff  | UNIT id="A"><source>s</source><target>t</target><note>n<x/></note> | A=t(s) unknown
-        xliff  | UNIT id="A"><source>s</source><target>t</target><alt-trans><source>o</source><target>p</target></alt-trans>
-        .. | A=t(s) unknown
+        xliff  | UNIT id="A"><source>s</source><target>t</target>
+        .. <alt-trans><source>o</source><target>p</target></alt-trans> | A=t(s) unknown
         xliff  | UNIT id="A"><source>s</source>                          | A=(s) missing
         xliff  | UNIT id="A"><source>s</source><target state="needs-review-l10n">t</target> | A=t(s) stale
         xliff  | UNIT id="A"><source>a<g id="1">b</g></source><target><![CDATA[<]]></target> | A=<(ab) unknown

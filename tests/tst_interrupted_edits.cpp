@@ -52,15 +52,13 @@ void fill(const LanguageFiles& files, bool hasRecord)
          {"de", "en_US", "short/de", "in/de", "in/en_US", "out/de", "out/en_US"})
         files.write(name, document(name));
     files.write("fr", R"({"Content": {"M": {"text": "", "comment": ""}}})");
-    const auto write = [&](const QString& name, const QByteArray& bytes) {
-        LanguageFiles::writePath(files.path() + name, bytes);
-    };
-    write("batch", "M\tnew\nO\tnew\tc\n");
+    files.writeFile("batch", "M\tnew\nO\tnew\tc\n");
     for (const QByteArray language : {"de", "fr"})
-        write(language + ".po", "msgid \"\"\nmsgstr \"Language: " + language +
-                                    "\\n\"\nmsgctxt \"M\"\nmsgid \"en_US text\"\nmsgstr \"new\"\n");
+        files.writeFile(language + ".po",
+                        "msgid \"\"\nmsgstr \"Language: " + language +
+                            "\\n\"\nmsgctxt \"M\"\nmsgid \"en_US text\"\nmsgstr \"new\"\n");
     if (hasRecord)
-        write(recordName, "base\ten_US\nM\tde\told\nM\ten_US\ten_US text\n");
+        files.writeFile(recordName, "base\ten_US\nM\tde\told\nM\ten_US\ten_US text\n");
 }
 
 /** A lock that names no process is known by its age: what would be waited for is over. */

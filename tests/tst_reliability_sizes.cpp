@@ -196,9 +196,9 @@ Work command(const LanguageFiles& files, int size, Key key)
         table += "M/" + key(index) + "\tText " + number + "\tneu " + number + "\n";
         source += "getText(\"M/Unknown" + key(index) + "\");\n";
     }
-    LanguageFiles::writePath(files.path() + "new.batch", batch);
-    LanguageFiles::writePath(files.path() + "de_DE.tsv", table);
-    LanguageFiles::writePath(files.path() + "uses.cpp", source);
+    files.writeFile("new.batch", batch);
+    files.writeFile("de_DE.tsv", table);
+    files.writeFile("uses.cpp", source);
     return [words = files.words(cell("what"))] {
         const ToolRun run(words);
         QVERIFY2(run.exitStatus() == 0 || run.exitStatus() == 1, qPrintable(run.messages()));

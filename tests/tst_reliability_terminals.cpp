@@ -25,14 +25,14 @@ public:
         for (const QString name : {"en_US", "de_DE", "EVIL"})
             write(filled(name), filled(file, true).toUtf8());
         write(filled("broken-EVIL"), filled("{EVIL").toUtf8());
-        writePath(path() + ".textmanager-check.json",
+        writeFile(".textmanager-check.json",
                   filled(R"({"EVIL": "EVIL", "base": "en_US"})", true).toUtf8());
-        writePath(path() + filled("EVIL.tsv"),
+        writeFile(filled("EVIL.tsv"),
                   filled("URL\ten_US\tde_DE\nEVIL\tEVIL\tEVIL\nC\tEVIL\tx\n").toUtf8());
-        writePath(path() + filled("EVIL.po"), filled("msgid EVIL").toUtf8());
-        writePath(path() + filled("EVIL.batch"), filled("{\"EVIL\": 1}\n").toUtf8());
-        writePath(path() + filled("EVIL.cpp"), filled("getText(\"EVIL/EVIL\");").toUtf8());
-        writePath(path() + filled("data-EVIL"),
+        writeFile(filled("EVIL.po"), filled("msgid EVIL").toUtf8());
+        writeFile(filled("EVIL.batch"), filled("{\"EVIL\": 1}\n").toUtf8());
+        writeFile(filled("EVIL.cpp"), filled("getText(\"EVIL/EVIL\");").toUtf8());
+        writeFile(filled("data-EVIL"),
                   filled(R"([{"labelTextId": "EVIL"}, {"labelTextId": "X-EVIL"}])", true).toUtf8());
     }
 
@@ -53,7 +53,7 @@ QByteArray object()
 /** What a command writes to a terminal on which it runs, and which it does not read from. */
 QString outputOnTerminal(const LanguageFiles& folder, const QString& command)
 {
-    LanguageFiles::writePath(folder.path() + "input", object());
+    folder.writeFile("input", object());
     const QString words = folder.words(command).join("' '");
     const QString line =
         QString("'%1' '%2' <'%3input'").arg(TEXTMANAGER_PROGRAM, words, folder.path());
@@ -170,10 +170,9 @@ void ReliabilityTerminalsTest::staysInTheFolder()
     for (const QString name :
          {"l/en_US", "l/de_DE", "x/en_US", "x/de_DE", "settings/en_US", "settings/de_DE"})
         folder.write(name, file);
-    folder.writePath(folder.path() + "settings/.textmanager-check.json",
-                     R"({"shortFolder": "../x"})");
-    folder.writePath(folder.path() + "x/in.tsv", "URL\ten_US\tde_DE\tshort text\nA\ta\tb\tc\n");
-    folder.writePath(folder.path() + "x/out.tsv", "URL\ten_US\t../x/de_DE\nA\ta\tb\n");
+    folder.writeFile("settings/.textmanager-check.json", R"({"shortFolder": "../x"})");
+    folder.writeFile("x/in.tsv", "URL\ten_US\tde_DE\tshort text\nA\ta\tb\tc\n");
+    folder.writeFile("x/out.tsv", "URL\ten_US\t../x/de_DE\nA\ta\tb\n");
     const QStringList before = QDir(folder.path() + "x").entryList(QDir::Files);
     const ToolRun run(folder.words(cell("command")));
     QVERIFY2((run.output() + run.messages()).contains(cell("message")), qPrintable(run.messages()));

@@ -41,11 +41,6 @@ QString textsIn(const QString& path)
     return texts.join(';');
 }
 
-void writeFile(const LanguageFiles& files, const QString& name, const QByteArray& bytes)
-{
-    LanguageFiles::writePath(files.path() + name, bytes);
-}
-
 /** A file of gettext with one entry, for A in de, and what is written before it. */
 QByteArray poFile(const QByteArray& before, const QByteArray& id, const QByteArray& text)
 {
@@ -63,28 +58,19 @@ private Q_SLOTS:
     void bringsBackAFolder_data()
     {
         addTable(R"(
-        texts   | format
-        example | xliff
-        example | po
-        example | tsv
-        iso     | xliff
-        iso     | po
-        iso     | tsv
+        format
+        xliff
+        po
+        tsv
         )");
     }
     void bringsBackAFolder()
     {
         const LanguageFiles files;
-        QString shortFolder;
-        if (cell("texts") == "example") {
-            const ToolRun copy({"-r", EXAMPLE_LANGUAGES ".", files.path()}, {}, {}, "cp");
-            QCOMPARE(copy.exitStatus(), 0);
-            shortFolder = " --short-folder short";
-        } else {
-            QCOMPARE(ToolRun({files.path(), "--small"}, {}, {}, ISO_CODES_FOLDER).exitStatus(), 0);
-        }
+        const ToolRun copy({"-r", EXAMPLE_LANGUAGES ".", files.path()}, {}, {}, "cp");
+        QCOMPARE(copy.exitStatus(), 0);
         const auto mustRun = [&](const QString& line) {
-            const ToolRun run(files.words(line + shortFolder));
+            const ToolRun run(files.words(line + " --short-folder short"));
             QVERIFY2(run.exitStatus() == 0, qPrintable(run.messages()));
         };
         QMap<QString, QString> before;
@@ -109,7 +95,7 @@ private Q_SLOTS:
     {
         addTable(R"(
         de      | options                                | file  | holds
-        A=a;B=- | --language de -o DIR/x.po              | x.po  | #, qt-format\nmsgctxt "B"\nmsgid "base b %1"\nmsgstr ""
+        A=a;B=- | --language de -o DIR/x.po         | x.po  | #, qt-format\nmsgctxt "B"\nmsgid "base b %1"\nmsgstr ""
         A=a;B=- | --language de -o DIR/x.po              | x.po  | #. At most 12 characters.\nmsgctxt "A"
         A=a;B=- | --language de -o DIR/x.po              |       | x.po: 2 texts of de, 1 missing, 0 stale
         A=a;B=- | --language de -o DIR/x.po --only missing |     | x.po: 1 text of de, 1 missing, 0 stale
@@ -175,10 +161,10 @@ private Q_SLOTS:
         files.write("en_US", base);
         files.write("s/en_US", base);
         files.write("de", german);
-        writeFile(files, "bomb.xlf", "<!DOCTYPE x [<!ENTITY e 'x'>]><xliff/>");
-        writeFile(files, "fuzzy.po", poFile("#, fuzzy\n", "base a", "neu"));
-        writeFile(files, "x.tsv",
-                  "URL\ten_US\tde\tcomment\tshort text\n" + cell("rows").toUtf8() + "\n");
+        files.writeFile("bomb.xlf", "<!DOCTYPE x [<!ENTITY e 'x'>]><xliff/>");
+        files.writeFile("fuzzy.po", poFile("#, fuzzy\n", "base a", "neu"));
+        files.writeFile("x.tsv",
+                        "URL\ten_US\tde\tcomment\tshort text\n" + cell("rows").toUtf8() + "\n");
         const QString words = cell("rows").isEmpty() ? "import DIR " : "import DIR DIR/x.tsv ";
         const ToolRun run(files.words((words + cell("options")).simplified()));
         compareWithRow(run, files);
@@ -207,7 +193,7 @@ private Q_SLOTS:
         const LanguageFiles files;
         files.write("en_US", R"({"Content": {"A": {"text": "base a", "comment": ""}}})");
         files.write("de", cell("before").toUtf8());
-        writeFile(files, "x.tsv", "URL\ten_US\tde\nA\tbase a\tneu\n");
+        files.writeFile("x.tsv", "URL\ten_US\tde\nA\tbase a\tneu\n");
         const ToolRun run(files.words("import DIR DIR/x.tsv"));
         QCOMPARE(files.read("de"), cell("after").toUtf8());
         const bool isRefused = cell("after") == cell("before");
@@ -273,11 +259,11 @@ private Q_SLOTS:
             files.write(name + "en_US", languageFile("A=base a;B=base b"));
             files.write(name + "de", languageFile("A=a;B=b"));
         }
-        writeFile(files, "confirmed.po", poFile("", "new", "a"));
-        writeFile(files, "new.po", poFile("", "new", "neu"));
-        writeFile(files, "old.po", poFile("", "base a", "neu"));
-        writeFile(files, "older.po", poFile("", "older", "neu"));
-        writeFile(files, "fuzzy.po", poFile("#, fuzzy\n", "new", "neu"));
+        files.writeFile("confirmed.po", poFile("", "new", "a"));
+        files.writeFile("new.po", poFile("", "new", "neu"));
+        files.writeFile("old.po", poFile("", "base a", "neu"));
+        files.writeFile("older.po", poFile("", "older", "neu"));
+        files.writeFile("fuzzy.po", poFile("#, fuzzy\n", "new", "neu"));
         for (const QString& command : cell("commands").split("; ")) {
             QString words = command;
             words.replace(QRegularExpression("^(short/)?(\\w+) (\\w)=(\\S+)$"),
@@ -322,8 +308,8 @@ private Q_SLOTS:
             "N": {"text": "{n, plural,\n one {\u0023 file} other {'{'a'}'}}", "comment": ""}}})");
         files.write("old", R"({"Header": {"pseudo": "urls"},
             "Content": {"A": {"text": "a very wide text indeed", "comment": ""}}})");
-        const QString record = files.path() + ".textmanager-base-texts";
-        LanguageFiles::writePath(record, "base\ten_US\nM/C\ten_US\told\n");
+        const QString record = ".textmanager-base-texts";
+        files.writeFile(record, "base\ten_US\nM/C\ten_US\told\n");
         const QString style = cell("style").isEmpty() ? QString() : ' ' + cell("style");
         QString texts = cell("xx").replace("№", "#");
         if (style.contains("--rtl"))
@@ -333,7 +319,7 @@ private Q_SLOTS:
             QVERIFY2(run.exitStatus() == 0, qPrintable(run.messages()));
             QCOMPARE(textsIn(files.file("xx")), texts);
         }
-        QVERIFY(!LanguageFiles::readPath(record).contains("\txx\t"));
+        QVERIFY(!LanguageFiles::readPath(files.path() + record).contains("\txx\t"));
     }
 };
 
