@@ -71,15 +71,10 @@ class ReliabilityTerminalsTest : public QObject
 
 private Q_SLOTS:
     void initTestCase() { qputenv("TERM", "xterm"); }
-    void showsNoControls_data();
-    void showsNoControls();
-    void staysInTheFolder_data();
-    void staysInTheFolder();
-};
 
-void ReliabilityTerminalsTest::showsNoControls_data()
-{
-    addTable(R"(
+    void showsNoControls_data()
+    {
+        addTable(R"(
         command
         EVIL
         get --EVIL
@@ -111,33 +106,32 @@ void ReliabilityTerminalsTest::showsNoControls_data()
         watch DIR EVIL X-EVIL --once
         translate DIR DIR/data-EVIL --data-type SystemInformationData
         translate DIR DIR/broken-EVIL.json --data-type SystemInformationData
-    )");
-}
+        )");
+    }
+    void showsNoControls()
+    {
+        const EvilFolder folder;
+        const EvilFolder same;
+        const QString command = EvilFolder::filled(cell("command"));
+        QString shown = outputOnTerminal(folder, command);
+        // Of the tool itself: colours, and the line of progress that is written anew.
+        shown.remove(QRegularExpression("\x1b\\[[0-9;]*m|\r\x1b\\[K|\r(?=\n)"));
+        QVERIFY2(!shown.isEmpty(), "nothing was shown");
+        for (const QChar character : qAsConst(shown))
+            QVERIFY2(character == '\n' || character == '\t' ||
+                         character.category() != QChar::Other_Control,
+                     qPrintable(shown));
+        // Into a pipe, the same is exact; in JSON, it is in escapes there, too.
+        const QString escaped = "\\u001b]0;x\\u0007";
+        const ToolRun run(same.words(command), object());
+        const QString piped = run.output() + run.messages();
+        QCOMPARE(shown.contains(escaped), piped.contains(evil) || piped.contains(escaped));
+        QVERIFY(piped.contains(evil) || command.contains("--format") || !shown.contains(escaped));
+    }
 
-void ReliabilityTerminalsTest::showsNoControls()
-{
-    const EvilFolder folder;
-    const EvilFolder same;
-    const QString command = EvilFolder::filled(cell("command"));
-    QString shown = outputOnTerminal(folder, command);
-    // Of the tool itself: colours, and the line of progress that is written anew.
-    shown.remove(QRegularExpression("\x1b\\[[0-9;]*m|\r\x1b\\[K|\r(?=\n)"));
-    QVERIFY2(!shown.isEmpty(), "nothing was shown");
-    for (const QChar character : qAsConst(shown))
-        QVERIFY2(character == '\n' || character == '\t' ||
-                     character.category() != QChar::Other_Control,
-                 qPrintable(shown));
-    // Into a pipe, the same is exact; in JSON, it is in escapes there, too.
-    const QString escaped = "\\u001b]0;x\\u0007";
-    const ToolRun run(same.words(command), object());
-    const QString piped = run.output() + run.messages();
-    QCOMPARE(shown.contains(escaped), piped.contains(evil) || piped.contains(escaped));
-    QVERIFY(piped.contains(evil) || command.contains("--format") || !shown.contains(escaped));
-}
-
-void ReliabilityTerminalsTest::staysInTheFolder_data()
-{
-    addTable(R"(
+    void staysInTheFolder_data()
+    {
+        addTable(R"(
         command                                           | message
         set DIR/l ../x/de_DE A --text z                   | is no language key
         set-header DIR/l ../x/de_DE --language-name z     | is no language key
@@ -160,26 +154,28 @@ void ReliabilityTerminalsTest::staysInTheFolder_data()
         pack DIR/l -o DIR/p --short-folder a/../../x      | is no folder below DIR
         get DIR/l A --short --short-folder ../x           | is no folder below DIR
         import DIR/settings DIR/x/in.tsv                  | name the folder of the short texts
-    )");
-}
-
-void ReliabilityTerminalsTest::staysInTheFolder()
-{
-    const LanguageFiles folder;
-    const QByteArray file = R"({"Header": {}, "Content": {"A": {"text": "a", "comment": "c"}}})";
-    for (const QString name :
-         {"l/en_US", "l/de_DE", "x/en_US", "x/de_DE", "settings/en_US", "settings/de_DE"})
-        folder.write(name, file);
-    folder.writeFile("settings/.textmanager-check.json", R"({"shortFolder": "../x"})");
-    folder.writeFile("x/in.tsv", "URL\ten_US\tde_DE\tshort text\nA\ta\tb\tc\n");
-    folder.writeFile("x/out.tsv", "URL\ten_US\t../x/de_DE\nA\ta\tb\n");
-    const QStringList before = QDir(folder.path() + "x").entryList(QDir::Files);
-    const ToolRun run(folder.words(cell("command")));
-    QVERIFY2((run.output() + run.messages()).contains(cell("message")), qPrintable(run.messages()));
-    for (const QString name : {"en_US", "de_DE"})
-        QCOMPARE(folder.read("x/" + name), file);
-    QCOMPARE(QDir(folder.path() + "x").entryList(QDir::Files), before);
-}
+        )");
+    }
+    void staysInTheFolder()
+    {
+        const LanguageFiles folder;
+        const QByteArray file =
+            R"({"Header": {}, "Content": {"A": {"text": "a", "comment": "c"}}})";
+        for (const QString name :
+             {"l/en_US", "l/de_DE", "x/en_US", "x/de_DE", "settings/en_US", "settings/de_DE"})
+            folder.write(name, file);
+        folder.writeFile("settings/.textmanager-check.json", R"({"shortFolder": "../x"})");
+        folder.writeFile("x/in.tsv", "URL\ten_US\tde_DE\tshort text\nA\ta\tb\tc\n");
+        folder.writeFile("x/out.tsv", "URL\ten_US\t../x/de_DE\nA\ta\tb\n");
+        const QStringList before = QDir(folder.path() + "x").entryList(QDir::Files);
+        const ToolRun run(folder.words(cell("command")));
+        QVERIFY2((run.output() + run.messages()).contains(cell("message")),
+                 qPrintable(run.messages()));
+        for (const QString name : {"en_US", "de_DE"})
+            QCOMPARE(folder.read("x/" + name), file);
+        QCOMPARE(QDir(folder.path() + "x").entryList(QDir::Files), before);
+    }
+};
 
 QTEST_GUILESS_MAIN(ReliabilityTerminalsTest)
 #include "tst_reliability_terminals.moc"

@@ -95,9 +95,51 @@ class ReloadThreadsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void answersOfWholeDocuments();
-    void isDeletedByAReceiver();
+    void init()
+    {
+        m_Files = std::make_unique<LanguageFiles>();
+        for (const char* name : {"de", "short/de"})
+            m_Files->write(name, generation(0));
+        m_Manager = std::make_unique<TextManagerBase>(m_Files->path(), "de", "short");
+    }
+
+    void answersOfWholeDocuments()
+    {
+        std::atomic<bool> isAsking{true};
+        std::vector<std::future<Reader>> readers;
+        for (int reader = 0; reader < 8; ++reader)
+            readers.push_back(
+                std::async(std::launch::async, [&] { return Reader(*m_Manager, isAsking); }));
+        for (int round = 1; round <= rounds(); ++round) {
+            writeGeneration(*m_Files, round);
+            m_Manager->reloadLanguage();
+        }
+        isAsking = false;
+        int answers = 0;
+        for (std::future<Reader>& future : readers) {
+            const Reader reader = future.get();
+            QCOMPARE(reader.fault(), QString());
+            QVERIFY(reader.count() > 0);
+            answers += reader.count();
+        }
+        QCOMPARE(m_Manager->getText("A", "de"), QString::number(rounds()));
+        qInfo("%d answers, %d reloads", answers, rounds());
+    }
+
+    void isDeletedByAReceiver()
+    {
+        for (int round = 0; round < rounds() / 5; ++round) {
+            QPointer<TextManagerBase> manager = new TextManagerBase(m_Files->path(), "de", "short");
+            connect(
+                manager, &TextManagerBase::languageReloaded, this, [=] { delete manager.data(); },
+                Qt::QueuedConnection);
+            std::async(std::launch::async, [=] {
+                manager->reloadLanguage();
+                manager->reloadLanguage(); // told when there is nobody to tell it any more
+            }).get();
+            QTRY_VERIFY(manager.isNull());
+        }
+    }
 
 private:
     static int rounds()
@@ -108,52 +150,6 @@ private:
     std::unique_ptr<LanguageFiles> m_Files;
     std::unique_ptr<TextManagerBase> m_Manager;
 };
-
-void ReloadThreadsTest::init()
-{
-    m_Files = std::make_unique<LanguageFiles>();
-    for (const char* name : {"de", "short/de"})
-        m_Files->write(name, generation(0));
-    m_Manager = std::make_unique<TextManagerBase>(m_Files->path(), "de", "short");
-}
-
-void ReloadThreadsTest::answersOfWholeDocuments()
-{
-    std::atomic<bool> isAsking{true};
-    std::vector<std::future<Reader>> readers;
-    for (int reader = 0; reader < 8; ++reader)
-        readers.push_back(
-            std::async(std::launch::async, [&] { return Reader(*m_Manager, isAsking); }));
-    for (int round = 1; round <= rounds(); ++round) {
-        writeGeneration(*m_Files, round);
-        m_Manager->reloadLanguage();
-    }
-    isAsking = false;
-    int answers = 0;
-    for (std::future<Reader>& future : readers) {
-        const Reader reader = future.get();
-        QCOMPARE(reader.fault(), QString());
-        QVERIFY(reader.count() > 0);
-        answers += reader.count();
-    }
-    QCOMPARE(m_Manager->getText("A", "de"), QString::number(rounds()));
-    qInfo("%d answers, %d reloads", answers, rounds());
-}
-
-void ReloadThreadsTest::isDeletedByAReceiver()
-{
-    for (int round = 0; round < rounds() / 5; ++round) {
-        QPointer<TextManagerBase> manager = new TextManagerBase(m_Files->path(), "de", "short");
-        connect(
-            manager, &TextManagerBase::languageReloaded, this, [=] { delete manager.data(); },
-            Qt::QueuedConnection);
-        std::async(std::launch::async, [=] {
-            manager->reloadLanguage();
-            manager->reloadLanguage(); // told when there is nobody to tell it any more
-        }).get();
-        QTRY_VERIFY(manager.isNull());
-    }
-}
 
 QTEST_GUILESS_MAIN(ReloadThreadsTest)
 #include "tst_reload_threads.moc"
