@@ -4,7 +4,6 @@
 #include "LanguageCatalog.h"
 #include "LanguageDocument.h"
 #include "LanguageFiles.h"
-#include "RegularFile.h"
 #include "Table.h"
 #include "TextNodes.h"
 

@@ -90,7 +90,6 @@ private Q_SLOTS:
         {}              | rename DIR S X                    | 1    | S: no language has it
         {"S": {}, "X": {}} | rename DIR S X                 | 2    | X is there already, beside S.
         !{"Content": {"M": {"text": "a" "comment"}}} | set DIR de M --text t | 2 | de.json:1:32: malformed JSON
-        !{"Content": {"M": {"text": "a\nb"}}} | set DIR de M --text t | 2 | de.json:1:30: malformed JSON
         !{"content": {}} | set DIR de M --text t | 2
         .. | de.json:1:1: no language file: expected an object with "Content", found an object with the keys (content)
         ![{"Content": {}}] | new DIR it --from de | 2

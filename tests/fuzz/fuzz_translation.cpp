@@ -15,6 +15,8 @@ namespace
 {
 
 using Translator = JsonDataIteratorTextIdTranslator;
+using Keys = QStringList; ///< of the text id, the text and the short text
+
 /** Two documents of texts, the full ones and the short ones. */
 TextManagerBase& manager()
 {
@@ -23,8 +25,6 @@ TextManagerBase& manager()
     static TextManagerBase manager(folder.path(), "de_DE", ".");
     return manager;
 }
-
-using Keys = QStringList; ///< of the text id, the text and the short text
 
 void translatePlainly(QJsonObject& object, const Keys& keys, bool areIdsBlanked)
 {
