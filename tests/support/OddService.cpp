@@ -5,8 +5,6 @@
 OddService::OddService()
     : m_Bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "odd"))
 {
-    moveToThread(&m_Thread);
-    m_Thread.start();
     m_Bus.registerService("Device.DeviceManager");
 }
 
@@ -21,6 +19,8 @@ OddService::~OddService()
 void OddService::answer(const QVariantList& values)
 {
     m_Answer = values;
+    moveToThread(&m_Thread);
+    m_Thread.start(); // the thread sanitizer sees that the answer was there before
     m_Bus.registerVirtualObject("/Configuration", this);
 }
 
