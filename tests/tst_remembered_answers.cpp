@@ -37,8 +37,8 @@ public:
 };
 
 const QStringList languages = {"de_DE", "en_US", "POSIX", "de_AT"};
-const QStringList keys = {"A",           "B",          "", "text", QString::fromLatin1("a\0b", 3),
-                          QChar(0xd800), QChar(0xfffe)};
+const QString oddKey = QString::fromLatin1("a\0", 2) + QChar(0xd800) + QChar(0xfffe);
+const QStringList keys = {"A", oddKey, "", "text"};
 
 } // namespace
 
