@@ -134,7 +134,6 @@ private Q_SLOTS:
         pick                              | standard input:1:1: malformed JSON: found the end of the text, expected '{'.
         pick < DEEP                                     | standard input:1:1025: malformed JSON: found more than 1024
         pick more                                       | pick: unexpected argument 'more'.
-        translate DIR --keys i:t < 7 | standard input:1:1: malformed JSON: found a value alone, expected '{'.
         translate DIR --keys i:t --lines DIR            | textmanager: cannot read DIR: Is a directory.
         translate DIR --keys i                          | --keys i: expected TEXTID:TEXT or TEXTID:TEXT:SHORT.
         translate DIR --data-type SystemInformationDat  | unknown data-type 'SystemInformationDat': it is one of
