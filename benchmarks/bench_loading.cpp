@@ -83,7 +83,7 @@ void lookUpBesideReloads(benchmark::State& state, const TextFolder& folder)
 {
     using Clock = std::chrono::steady_clock;
     TextManagerBase texts(folder.languages(), TextFolder::language(), TextFolder::shortFolder());
-    const QString url = folder.urls().first();
+    const QString url = folder.urls().constFirst();
     std::atomic<bool> isOver = false;
     const auto reloads = std::async(std::launch::async, [&] {
         while (!isOver) {

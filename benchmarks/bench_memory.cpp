@@ -69,7 +69,7 @@ int measureOpening(Open open)
 template<typename Peer>
 int measurePeer(const TextFolder& folder)
 {
-    const QByteArray id = folder.urls().first().toUtf8();
+    const QByteArray id = folder.urls().constFirst().toUtf8();
     return measureOpening([&] {
         auto peer = std::make_unique<Peer>(folder);
         if (peer->text(id).isEmpty())

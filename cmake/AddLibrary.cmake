@@ -33,6 +33,11 @@ function(textmanager_add_library target)
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
   target_compile_features(${target} PUBLIC cxx_std_17)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    # Else a class with virtual functions is described only where its first one is compiled, and a
+    # comparison of interfaces sees none of its functions that are compiled elsewhere.
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Debug,RelWithDebInfo>:-femit-class-debug-always>)
+  endif()
   target_include_directories(${target} PUBLIC
     $<BUILD_INTERFACE:${library_INCLUDE_DIR}>
     $<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}/include>

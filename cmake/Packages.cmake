@@ -65,15 +65,19 @@ function(set_package_depends component)
 endfunction()
 set_package_depends(runtime COMPONENTS platform)
 set_package_depends(messages COMPONENTS runtime)
-set_package_depends(quick COMPONENTS runtime messages)
-set_package_depends(tools COMPONENTS runtime platform messages)
 if(TEXTMANAGER_QT_VERSION EQUAL 5)
   set(qt_development qtbase5-dev)
   set(qml_development qtdeclarative5-dev)
+  set(qml_modules qml-module-qtquick2)
 else()
   set(qt_development qt6-base-dev)
   set(qml_development qt6-declarative-dev)
+  set(qml_modules qml6-module-qtquick qml6-module-qtqml-workerscript)
 endif()
+set_package_depends(quick # shlibdeps sees no imports of QML
+  COMPONENTS runtime messages
+  PACKAGES ${qml_modules})
+set_package_depends(tools COMPONENTS runtime platform messages)
 set_package_depends(development
   COMPONENTS runtime platform messages quick
   PACKAGES ${qt_development})

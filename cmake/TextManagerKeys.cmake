@@ -26,7 +26,10 @@ function(textmanager_add_keys target folder)
     list(APPEND options --base ${keys_BASE})
   endif()
 
-  find_program(TEXTMANAGER_EXECUTABLE textmanager HINTS ${TextManagerLibrary_PROGRAM_DIR})
+  if(NOT CMAKE_CROSSCOMPILING) # else the one beside the library is the device's
+    set(hints HINTS ${TextManagerLibrary_PROGRAM_DIR})
+  endif()
+  find_program(TEXTMANAGER_EXECUTABLE textmanager ${hints})
   if(NOT TEXTMANAGER_EXECUTABLE)
     message(FATAL_ERROR "textmanager_add_keys: the program textmanager is not there. Install the tools of "
       "TextManagerLibrary for the build machine, or set TEXTMANAGER_EXECUTABLE to it.")

@@ -4,7 +4,6 @@
 #include "LanguageCatalog.h"
 #include "LanguageDocument.h"
 #include "LanguageFiles.h"
-#include "RegularFile.h"
 #include "Table.h"
 #include "TextNodes.h"
 
@@ -33,9 +32,9 @@ std::function<void()> beforeSync;
 /** JSON of a random node, with the keys that are handled in their own ways. */
 QByteArray randomNode(QRandomGenerator& random, int depth)
 {
-    static const QByteArrayList keys = {"A",       "b/c",  "",     "childs",  "childsX",
-                                        "\\u00e4", "ä\\n", "text", "comment", "text",
-                                        "comment", "Ａ",   "𝄞",    "childs"};
+    static const QByteArrayList keys = {
+        "A",       "b/c",  "",        "childs", "childsX", "\\u00e4", "ä\\n",    "text",
+        "comment", "text", "comment", "Ａ",     "𝄞",       "childs",  "\\u0000", "a\\u0000b"};
     static const QByteArrayList values = {"1",    "\"t\"",         "\"\\u00e9\"",
                                           "null", "[{\"A\": []}]", "\"é\""};
     QByteArrayList members;

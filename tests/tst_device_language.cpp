@@ -205,7 +205,6 @@ private Q_SLOTS:
         {"configuraton": {}}                   | : configuraton: expected configuration, dynamic
         {"configuration": {"I": {}, "I": {}}}  | : the key configuration/I stands there twice
         {"": {}, "": {}}                       | : the key "" stands there twice
-        7                                      | :1:1: malformed JSON: found a value alone
         {"dynamicTexts": {"I": {"U": []}}}     | : dynamicTexts/I/U: expected an object, found an
         {"configuration": {"I": {"M": {"K": [{"a": null}]}}}} | : configuration/I/M/K[0]/a: null is
         {"configuration": {"I": {"M": {"K": {"a": "b\u0000"}}}}} | : configuration/I/M/K/a: the bus carries no text

@@ -1,16 +1,14 @@
 #include "DeviceFiles.h"
 #include "DeviceService.h"
+#include "OddService.h"
 #include "OpenTextManager.h"
 #include "PrivateBus.h"
 #include "Table.h"
 
 #include "ConfigurationFileHandlerDBusConnector.h"
 
-#include <QDBusConnection>
-#include <QDBusVariant>
 #include <QElapsedTimer>
 #include <QSignalSpy>
-#include <QThread>
 
 #include <future>
 
@@ -20,42 +18,6 @@ namespace
 using Connector = ConfigurationFileHandlerDBusConnector;
 
 const QString readError = "Received error on reading configuration setting for language: \"";
-
-/** A service, on a connection of its own, that has its name before its object. */
-class HastyService : public QObject
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "Interface.Configuration")
-
-public:
-    HastyService()
-        : m_Bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "hasty"))
-    {
-        m_Bus.registerService("Device.DeviceManager");
-        moveToThread(&m_Thread);
-        m_Thread.start();
-    }
-    ~HastyService() override
-    {
-        m_Thread.quit();
-        m_Thread.wait();
-        QDBusConnection::disconnectFromBus("hasty");
-    }
-    void publishObject()
-    {
-        m_Bus.registerObject("/Configuration", this, QDBusConnection::ExportAllSlots);
-    }
-
-public Q_SLOTS:
-    QDBusVariant getConfigurationElementValue(QString, QString, QString)
-    {
-        return QDBusVariant("ja_JP");
-    }
-
-private:
-    QDBusConnection m_Bus;
-    QThread m_Thread;
-};
 
 } // namespace
 
@@ -140,11 +102,11 @@ private Q_SLOTS:
     void asksAHastyServiceAgain()
     {
         WarningCapture capture;
-        HastyService service;
+        OddService service;
         TextManager manager(m_Files.path(), QString());
         QSignalSpy reloads(&manager, &TextManager::languageReloaded);
         QVERIFY(!reloads.wait(300)); // not before it can be read
-        service.publishObject();
+        service.answer({"ja_JP"});
         QVERIFY(reloads.wait());
         QCOMPARE(currentText(manager), "ja_JP");
     }

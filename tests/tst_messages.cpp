@@ -87,10 +87,6 @@ private Q_SLOTS:
             << "{v}" << QVariant(Q_UINT64_C(18446744073709551615)) << "18.446.744.073.709.551.615";
         QTest::newRow("longlong") << "{v}" << QVariant(Q_INT64_C(-5000000000)) << "-5.000.000.000";
         QTest::newRow("float") << "{v}" << QVariant(0.5F) << "0,5";
-        QTest::newRow("share") << "{v, number, percent}" << QVariant(0.43) << "43\u00a0%";
-        QTest::newRow("ordinal") << "{v, selectordinal, other {#.}}" << QVariant(3) << "3.";
-        QTest::newRow("choice of words")
-            << "{v, select, on {an} other {aus}}" << QVariant("on") << "an";
     }
     void showsEveryKindOfValue()
     {

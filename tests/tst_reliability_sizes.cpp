@@ -30,15 +30,14 @@ namespace
 /** What this thread, and the programs that it has run, have worked so far. */
 double workedSeconds()
 {
-    const auto sum = [](int who) {
+    double seconds = 0;
+    for (const auto who : {RUSAGE_THREAD, RUSAGE_CHILDREN}) {
         rusage usage{};
         getrusage(who, &usage);
-        const auto seconds = [](const timeval& time) {
-            return double(time.tv_sec) + double(time.tv_usec) / 1e6;
-        };
-        return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-    };
-    return sum(RUSAGE_THREAD) + sum(RUSAGE_CHILDREN);
+        for (const timeval& time : {usage.ru_utime, usage.ru_stime})
+            seconds += double(time.tv_sec) + double(time.tv_usec) / 1e6;
+    }
+    return seconds;
 }
 
 using Key = QByteArray (*)(int);
@@ -196,9 +195,9 @@ Work command(const LanguageFiles& files, int size, Key key)
         table += "M/" + key(index) + "\tText " + number + "\tneu " + number + "\n";
         source += "getText(\"M/Unknown" + key(index) + "\");\n";
     }
-    LanguageFiles::writePath(files.path() + "new.batch", batch);
-    LanguageFiles::writePath(files.path() + "de_DE.tsv", table);
-    LanguageFiles::writePath(files.path() + "uses.cpp", source);
+    files.writeFile("new.batch", batch);
+    files.writeFile("de_DE.tsv", table);
+    files.writeFile("uses.cpp", source);
     return [words = files.words(cell("what"))] {
         const ToolRun run(words);
         QVERIFY2(run.exitStatus() == 0 || run.exitStatus() == 1, qPrintable(run.messages()));
@@ -239,17 +238,9 @@ class ReliabilitySizesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void takesTimeInProportion_data();
-    void takesTimeInProportion();
-    void takesLittleStack_data();
-    void takesLittleStack();
-    void answersOddKeys_data();
-    void answersOddKeys();
-};
-
-void ReliabilitySizesTest::takesTimeInProportion_data()
-{
-    addTable(R"(
+    void takesTimeInProportion_data()
+    {
+        addTable(R"(
         what                                             | keys      | small | large
         children looked up                               | plain     | 2000  | 2000000
         children looked up                               | colliding | 2000  | 100000
@@ -270,91 +261,70 @@ void ReliabilitySizesTest::takesTimeInProportion_data()
         usage DIR DIR/uses.cpp --unused                  | colliding | 1000  | 100000
         keys DIR --header DIR/keys.h                     | colliding | 1000  | 100000
         pack DIR -o DIR/packed                           | colliding | 1000  | 100000
-    )");
-}
-
-void ReliabilitySizesTest::takesTimeInProportion()
-{
-    QFile table(qEnvironmentVariable("TEXTMANAGER_LONG_ATTACK"));
-    const bool isLarge = !table.fileName().isEmpty();
-    QVERIFY(!isLarge || table.open(QIODevice::Append));
-    const int smallest = isLarge ? cell("large").toInt() / 16 : cell("small").toInt();
-    double before = 0;
-    for (int factor = 1; factor <= (isLarge ? 16 : 4); factor *= 4) {
-        const double seconds = measured(factor * smallest);
-        const QString line = QString("%1;%2;%3;%4\n").arg(cell("what"), cell("keys"));
-        if (isLarge)
-            table.write(line.arg(factor * smallest).arg(seconds).toUtf8());
-        // Four times as much may take eight times as long and no more: with a square it is sixteen.
-        constexpr double start = 0.1; // of a program, under a sanitizer
-        QVERIFY2(factor == 1 || seconds < start + 8 * before,
-                 qPrintable(QString("%1 s, and %2 s for a fourth").arg(seconds).arg(before)));
-        before = seconds;
-        qInfo("1 sizes");
+        )");
     }
-}
+    void takesTimeInProportion()
+    {
+        QFile table(qEnvironmentVariable("TEXTMANAGER_LONG_ATTACK"));
+        const bool isLarge = !table.fileName().isEmpty();
+        QVERIFY(!isLarge || table.open(QIODevice::Append));
+        const int smallest = isLarge ? cell("large").toInt() / 16 : cell("small").toInt();
+        double before = 0;
+        for (int factor = 1; factor <= (isLarge ? 16 : 4); factor *= 4) {
+            const double seconds = measured(factor * smallest);
+            const QString line = QString("%1;%2;%3;%4\n").arg(cell("what"), cell("keys"));
+            if (isLarge)
+                table.write(line.arg(factor * smallest).arg(seconds).toUtf8());
+            // Four times as much may take eight times as long and no more: with a square it is
+            // sixteen.
+            constexpr double start = 0.1; // of a program, under a sanitizer
+            QVERIFY2(factor == 1 || seconds < start + 8 * before,
+                     qPrintable(QString("%1 s, and %2 s for a fourth").arg(seconds).arg(before)));
+            before = seconds;
+            qInfo("1 sizes");
+        }
+    }
 
-void ReliabilitySizesTest::takesLittleStack_data()
-{
-    addTable(R"(
+    void takesLittleStack_data()
+    {
+        addTable(R"(
         what               | levels | kilobytes
         documents          | 900    | 256
         documents          | 1020   | 288
         edits              | 4000   | 256
         translateable text | 900    | 256
-    )");
-}
-
-void ReliabilitySizesTest::takesLittleStack()
-{
-    const WarningCapture warnings;
-    const int levels = cell("levels").toInt();
-    const auto nested = [&](const QByteArray& innermost) {
-        return QByteArray("{\"a\":").repeated(levels) + innermost + QByteArray(levels, '}');
-    };
-    const LanguageFiles files;
-    files.write("en_US", "{\"Content\":" + nested(R"({"text": "t", "comment": "c"})") + "}");
-    const QString url = QString("a/").repeated(levels).chopped(1);
-    const QMap<QString, Work> works{
-        {"documents",
-         [&] {
-             const TextManagerBase manager(files.path(), "en_US", QString());
-             QCOMPARE(manager.getAvailableUrls("en_US"), QStringList(url));
-             QCOMPARE(manager.getText(url, QString()), "t");
-         }},
-        {"edits", separatorsWritten(files, levels, keyAt)},
-        {"translateable text",
-         [&] {
-             TranslateableTextHelper helper("en_US", nullptr);
-             QVERIFY(
-                 helper.setTranslateableTextObject("{\"POSIX\":" + QString(nested("{}")) + "}"));
-             QCOMPARE(helper.getText("en_US"), QString());
-         }},
-    };
-    constexpr bool isQt5 = QT_VERSION < QT_VERSION_CHECK(6, 0, 0); // Qt 6 itself takes more
-    runOnSmallStack(works.value(cell("what")), cell("kilobytes").toUInt() + (isQt5 ? 0 : 48));
-}
-
-void ReliabilitySizesTest::answersOddKeys_data()
-{
-    addTable("key\n\\u0000\na\\u0000b\n\\ud800\n\\udc00x\n\\ufffe\n\\u001b[2J");
-}
-
-void ReliabilitySizesTest::answersOddKeys()
-{
-    const WarningCapture warnings;
-    const QByteArray key = cell("key").toUtf8();
-    const QString decoded = parseObject("{\"key\": \"" + key + "\"}").value("key").toString();
-    const LanguageFiles files;
-    files.write("en_US",
-                QByteArray(R"({"Content": {"M": {"childs": {"KEY": {"text": "a\u0000b\ud800",
-                                    "comment": "c"}}}}})")
-                    .replace("KEY", key));
-    const TextManagerBase manager(files.path(), "en_US", QString());
-    QCOMPARE(manager.getAvailableUrls("en_US"), QStringList("M/" + decoded));
-    QCOMPARE(manager.getText("M/" + decoded, QString()).size(), 4);
-    QCOMPARE(manager.getText("M/" + decoded + "x", QString()), QString());
-}
+        )");
+    }
+    void takesLittleStack()
+    {
+        const WarningCapture warnings;
+        const int levels = cell("levels").toInt();
+        const auto nested = [&](const QByteArray& innermost) {
+            return QByteArray("{\"a\":").repeated(levels) + innermost + QByteArray(levels, '}');
+        };
+        const LanguageFiles files;
+        files.write("en_US", "{\"Content\":" + nested(R"({"text": "t", "comment": "c"})") + "}");
+        const QString url = QString("a/").repeated(levels).chopped(1);
+        const QMap<QString, Work> works{
+            {"documents",
+             [&] {
+                 const TextManagerBase manager(files.path(), "en_US", QString());
+                 QCOMPARE(manager.getAvailableUrls("en_US"), QStringList(url));
+                 QCOMPARE(manager.getText(url, QString()), "t");
+             }},
+            {"edits", separatorsWritten(files, levels, keyAt)},
+            {"translateable text",
+             [&] {
+                 TranslateableTextHelper helper("en_US", nullptr);
+                 QVERIFY(helper.setTranslateableTextObject("{\"POSIX\":" + QString(nested("{}")) +
+                                                           "}"));
+                 QCOMPARE(helper.getText("en_US"), QString());
+             }},
+        };
+        constexpr bool isQt5 = QT_VERSION < QT_VERSION_CHECK(6, 0, 0); // Qt 6 itself takes more
+        runOnSmallStack(works.value(cell("what")), cell("kilobytes").toUInt() + (isQt5 ? 0 : 48));
+    }
+};
 
 QTEST_GUILESS_MAIN(ReliabilitySizesTest)
 #include "tst_reliability_sizes.moc"

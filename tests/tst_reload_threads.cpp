@@ -2,11 +2,8 @@
 
 #include "TextManagerBase.h"
 
-#include <QCoreApplication>
 #include <QPointer>
-#include <QSignalSpy>
 #include <QTest>
-#include <QThread>
 
 #include <atomic>
 #include <future>
@@ -98,11 +95,51 @@ class ReloadThreadsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void answersOfWholeDocuments();
-    void tellsOtherThreads();
-    void isDeletedByAReceiver();
-    void isReloadedByAReceiver();
+    void init()
+    {
+        m_Files = std::make_unique<LanguageFiles>();
+        for (const char* name : {"de", "short/de"})
+            m_Files->write(name, generation(0));
+        m_Manager = std::make_unique<TextManagerBase>(m_Files->path(), "de", "short");
+    }
+
+    void answersOfWholeDocuments()
+    {
+        std::atomic<bool> isAsking{true};
+        std::vector<std::future<Reader>> readers;
+        for (int reader = 0; reader < 8; ++reader)
+            readers.push_back(
+                std::async(std::launch::async, [&] { return Reader(*m_Manager, isAsking); }));
+        for (int round = 1; round <= rounds(); ++round) {
+            writeGeneration(*m_Files, round);
+            m_Manager->reloadLanguage();
+        }
+        isAsking = false;
+        int answers = 0;
+        for (std::future<Reader>& future : readers) {
+            const Reader reader = future.get();
+            QCOMPARE(reader.fault(), QString());
+            QVERIFY(reader.count() > 0);
+            answers += reader.count();
+        }
+        QCOMPARE(m_Manager->getText("A", "de"), QString::number(rounds()));
+        qInfo("%d answers, %d reloads", answers, rounds());
+    }
+
+    void isDeletedByAReceiver()
+    {
+        for (int round = 0; round < rounds() / 5; ++round) {
+            QPointer<TextManagerBase> manager = new TextManagerBase(m_Files->path(), "de", "short");
+            connect(
+                manager, &TextManagerBase::languageReloaded, this, [=] { delete manager.data(); },
+                Qt::QueuedConnection);
+            std::async(std::launch::async, [=] {
+                manager->reloadLanguage();
+                manager->reloadLanguage(); // told when there is nobody to tell it any more
+            }).get();
+            QTRY_VERIFY(manager.isNull());
+        }
+    }
 
 private:
     static int rounds()
@@ -113,108 +150,6 @@ private:
     std::unique_ptr<LanguageFiles> m_Files;
     std::unique_ptr<TextManagerBase> m_Manager;
 };
-
-void ReloadThreadsTest::init()
-{
-    m_Files = std::make_unique<LanguageFiles>();
-    for (const char* name : {"de", "short/de"})
-        m_Files->write(name, generation(0));
-    m_Manager = std::make_unique<TextManagerBase>(m_Files->path(), "de", "short");
-}
-
-void ReloadThreadsTest::answersOfWholeDocuments()
-{
-    std::atomic<bool> isAsking{true};
-    std::vector<std::future<Reader>> readers;
-    for (int reader = 0; reader < 8; ++reader)
-        readers.push_back(
-            std::async(std::launch::async, [&] { return Reader(*m_Manager, isAsking); }));
-    for (int round = 1; round <= rounds(); ++round) {
-        writeGeneration(*m_Files, round);
-        m_Manager->reloadLanguage();
-    }
-    isAsking = false;
-    int answers = 0;
-    for (std::future<Reader>& future : readers) {
-        const Reader reader = future.get();
-        QCOMPARE(reader.fault(), QString());
-        QVERIFY(reader.count() > 0);
-        answers += reader.count();
-    }
-    QCOMPARE(m_Manager->getText("A", "de"), QString::number(rounds()));
-    qInfo("%d answers, %d reloads", answers, rounds());
-}
-
-/** Each receiver, in a thread of its own, hears of every reload, and reads what was loaded. */
-void ReloadThreadsTest::tellsOtherThreads()
-{
-    QThread threads[4];
-    QObject receivers[4];
-    std::atomic<int> heard{0};
-    std::atomic<int> wrong{0};
-    for (int index = 0; index < 4; ++index) {
-        receivers[index].moveToThread(&threads[index]);
-        connect(m_Manager.get(), &TextManagerBase::languageReloaded, &receivers[index], [&, index] {
-            const bool isAtHome = QThread::currentThread() == &threads[index];
-            wrong += isAtHome && m_Manager->getText("A", "de").toInt() > 0 ? 0 : 1;
-            ++heard;
-        });
-        std::promise<void> started; // which the thread sanitizer sees, other than what Qt waits for
-        connect(&threads[index], &QThread::started, [&] { started.set_value(); });
-        threads[index].start();
-        started.get_future().wait();
-    }
-    for (int round = 1; round <= 50; ++round) {
-        writeGeneration(*m_Files, round);
-        m_Manager->reloadLanguage();
-    }
-    QTRY_COMPARE(heard.load(), 4 * 50);
-    for (QThread& thread : threads) {
-        thread.quit();
-        thread.wait();
-    }
-    QCOMPARE(wrong.load(), 0);
-    qInfo("%d signals", heard.load());
-}
-
-void ReloadThreadsTest::isDeletedByAReceiver()
-{
-    for (int round = 0; round < rounds() / 5; ++round) {
-        QPointer<TextManagerBase> manager = new TextManagerBase(m_Files->path(), "de", "short");
-        connect(
-            manager, &TextManagerBase::languageReloaded, this, [=] { delete manager.data(); },
-            Qt::QueuedConnection);
-        std::async(std::launch::async, [=] {
-            manager->reloadLanguage();
-            manager->reloadLanguage(); // told when there is nobody to tell it any more
-        }).get();
-        QTRY_VERIFY(manager.isNull());
-    }
-}
-
-/** In the thread that reloads, while another one reloads and looks up. */
-void ReloadThreadsTest::isReloadedByAReceiver()
-{
-    std::atomic<int> depth{0};
-    std::atomic<int> deepest{0};
-    connect(
-        m_Manager.get(), &TextManagerBase::languageReloaded, m_Manager.get(),
-        [&] {
-            if (++depth < 20) {
-                m_Manager->reloadLanguage();
-                ++deepest;
-            }
-        },
-        Qt::DirectConnection);
-    auto other = std::async(std::launch::async, [&] {
-        for (int round = 0; round < 20; ++round)
-            m_Manager->reloadLanguage();
-    });
-    m_Manager->reloadLanguage();
-    other.get();
-    QCOMPARE(deepest.load(), 19);
-    QCOMPARE(m_Manager->getText("A", "de"), "0");
-}
 
 QTEST_GUILESS_MAIN(ReloadThreadsTest)
 #include "tst_reload_threads.moc"

@@ -137,7 +137,7 @@ private:
             LanguageFiles::writePath(path, randomContent());
             break;
         case 1:
-            LanguageFiles::writePath(files.path() + "new", randomContent());
+            files.writeFile("new", randomContent());
             rename(qPrintable(replacement), qPrintable(path));
             break;
         case 2:

@@ -121,6 +121,8 @@ private Q_SLOTS:
         a line break in a string | {"Content": {"A": {"text": "new\r\nline"}}} | new\nline
         the text is gone from it | {"Content": {}}                     |
         no content               | {}                                  | old
+        half written             | {"Content": {"A": {"text": "new"}   | old
+        empty                    |                                     | old
         )");
     }
     void keepsLanguagesAcrossReloads()

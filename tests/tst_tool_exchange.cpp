@@ -41,23 +41,11 @@ QString textsIn(const QString& path)
     return texts.join(';');
 }
 
-void writeFile(const LanguageFiles& files, const QString& name, const QByteArray& bytes)
-{
-    LanguageFiles::writePath(files.path() + name, bytes);
-}
-
 /** A file of gettext with one entry, for A in de, and what is written before it. */
 QByteArray poFile(const QByteArray& before, const QByteArray& id, const QByteArray& text)
 {
     return "msgid \"\"\nmsgstr \"Language: de\\n\"\n" + before + "msgctxt \"A\"\nmsgid \"" + id +
            "\"\nmsgstr \"" + text + "\"\n";
-}
-
-void copyFolder(const QString& from, const LanguageFiles& files, const QString& prefix)
-{
-    for (const QString& name : QDir(from).entryList({"*.json"}, QDir::Files))
-        LanguageFiles::writePath(files.path() + prefix + name,
-                                 LanguageFiles::readPath(from + '/' + name));
 }
 
 } // namespace
@@ -70,28 +58,19 @@ private Q_SLOTS:
     void bringsBackAFolder_data()
     {
         addTable(R"(
-        texts   | format
-        example | xliff
-        example | po
-        example | tsv
-        iso     | xliff
-        iso     | po
-        iso     | tsv
+        format
+        xliff
+        po
+        tsv
         )");
     }
     void bringsBackAFolder()
     {
         const LanguageFiles files;
-        QString shortFolder;
-        if (cell("texts") == "example") {
-            copyFolder(EXAMPLE_LANGUAGES, files, "");
-            copyFolder(EXAMPLE_LANGUAGES "short", files, "short/");
-            shortFolder = " --short-folder short";
-        } else {
-            QCOMPARE(ToolRun({files.path(), "--small"}, {}, {}, ISO_CODES_FOLDER).exitStatus(), 0);
-        }
+        const ToolRun copy({"-r", EXAMPLE_LANGUAGES ".", files.path()}, {}, {}, "cp");
+        QCOMPARE(copy.exitStatus(), 0);
         const auto mustRun = [&](const QString& line) {
-            const ToolRun run(files.words(line + shortFolder));
+            const ToolRun run(files.words(line + " --short-folder short"));
             QVERIFY2(run.exitStatus() == 0, qPrintable(run.messages()));
         };
         QMap<QString, QString> before;
@@ -116,8 +95,7 @@ private Q_SLOTS:
     {
         addTable(R"(
         de      | options                                | file  | holds
-        A=a;B=- | --language de -o DIR/x.po              | x.po  | msgctxt "B"\nmsgid "base b %1"\nmsgstr ""
-        A=a;B=- | --language de -o DIR/x.po              | x.po  | #, qt-format\nmsgctxt "B"
+        A=a;B=- | --language de -o DIR/x.po         | x.po  | #, qt-format\nmsgctxt "B"\nmsgid "base b %1"\nmsgstr ""
         A=a;B=- | --language de -o DIR/x.po              | x.po  | #. At most 12 characters.\nmsgctxt "A"
         A=a;B=- | --language de -o DIR/x.po              |       | x.po: 2 texts of de, 1 missing, 0 stale
         A=a;B=- | --language de -o DIR/x.po --only missing |     | x.po: 1 text of de, 1 missing, 0 stale
@@ -163,14 +141,12 @@ private Q_SLOTS:
         A=a       | A→base a→{n, plural, one {x} |               | 2 | A=a         | The message cannot be formatted
         A=a       | A→base a→"﻿x"                 |               | 0 | A=x         | 1 text written
         A=a       | A→base a→␛{D800}             |               | 2 | A=a         | could not be read again
-        A=a       | A→base a→"a \ ""b"""         |               | 0 | A=a \ "b"   | 1 text written
         A=a       | A→base a→neu\nA→base a→neuer |               | 1 | A=neu       | x.tsv:3:1: A: stands there twice
         A=a       | A→base a→neu→→kurz           |               | 1 | A=neu       | short text of A: name the folder
         A=a       | A→base a→neu→→kurz           | --short-folder s | 0 | A=neu    | x.tsv: 2 texts written to de
         A=a       | A→base a→neu                 | --base de     | 2 | A=a         | is translated from 'en_US', and
         A=a       | A→base a→neu             | --language fr | 2 | A=a         | is of 'fr', and there is no such
         A=a       | A→base a→neu                 | --language en_US | 2 | A=a      | is of the base language 'en_US'
-        A=a       | A→base a→"ne"u               |               | 2 | A=a         | x.tsv:2:1: the quotation marks of
         A=a       | A→base a→neu                 | DIR/no.po     | 1 | A=neu       | cannot read DIR/no.po
         A=a       | A→base a→neu                 | DIR/x.tsv     | 1 | A=neu       | is of 'de', as a file before it
         A=a       | A→base a→neu             | DIR/bomb.xlf  | 1 | A=neu       | bomb.xlf:1:31: malformed XLIFF: a
@@ -185,10 +161,10 @@ private Q_SLOTS:
         files.write("en_US", base);
         files.write("s/en_US", base);
         files.write("de", german);
-        writeFile(files, "bomb.xlf", "<!DOCTYPE x [<!ENTITY e 'x'>]><xliff/>");
-        writeFile(files, "fuzzy.po", poFile("#, fuzzy\n", "base a", "neu"));
-        writeFile(files, "x.tsv",
-                  "URL\ten_US\tde\tcomment\tshort text\n" + cell("rows").toUtf8() + "\n");
+        files.writeFile("bomb.xlf", "<!DOCTYPE x [<!ENTITY e 'x'>]><xliff/>");
+        files.writeFile("fuzzy.po", poFile("#, fuzzy\n", "base a", "neu"));
+        files.writeFile("x.tsv",
+                        "URL\ten_US\tde\tcomment\tshort text\n" + cell("rows").toUtf8() + "\n");
         const QString words = cell("rows").isEmpty() ? "import DIR " : "import DIR DIR/x.tsv ";
         const ToolRun run(files.words((words + cell("options")).simplified()));
         compareWithRow(run, files);
@@ -217,7 +193,7 @@ private Q_SLOTS:
         const LanguageFiles files;
         files.write("en_US", R"({"Content": {"A": {"text": "base a", "comment": ""}}})");
         files.write("de", cell("before").toUtf8());
-        writeFile(files, "x.tsv", "URL\ten_US\tde\nA\tbase a\tneu\n");
+        files.writeFile("x.tsv", "URL\ten_US\tde\nA\tbase a\tneu\n");
         const ToolRun run(files.words("import DIR DIR/x.tsv"));
         QCOMPARE(files.read("de"), cell("after").toUtf8());
         const bool isRefused = cell("after") == cell("before");
@@ -268,7 +244,6 @@ private Q_SLOTS:
         en_US A=new; export DIR --language de -o DIR/x.tsv; import DIR DIR/x.tsv   | base a
         en_US A=new; import DIR DIR/confirmed.po                                   |
         en_US A=new; import DIR DIR/fuzzy.po --stale                               | base a
-        en_US A=new; import DIR DIR/memory.xlf --stale                             | base a
         import DIR DIR/older.po --stale                                            | older
         en_US A=new; remove DIR en_US A; set DIR en_US A --text newer --comment c  | base a
         en_US A=new; import DIR DIR/new.po                                         |
@@ -284,15 +259,11 @@ private Q_SLOTS:
             files.write(name + "en_US", languageFile("A=base a;B=base b"));
             files.write(name + "de", languageFile("A=a;B=b"));
         }
-        writeFile(files, "confirmed.po", poFile("", "new", "a"));
-        writeFile(files, "new.po", poFile("", "new", "neu"));
-        writeFile(files, "old.po", poFile("", "base a", "neu"));
-        writeFile(files, "older.po", poFile("", "older", "neu"));
-        writeFile(files, "fuzzy.po", poFile("#, fuzzy\n", "new", "neu"));
-        writeFile(files, "memory.xlf", R"(<xliff><file target-language="de"><trans-unit id="A">
-            <source>new</source><target state="needs-review-translation">neu</target>
-            <alt-trans alttranstype="proposal"><source>other</source><target>o</target></alt-trans>
-            </trans-unit></file></xliff>)");
+        files.writeFile("confirmed.po", poFile("", "new", "a"));
+        files.writeFile("new.po", poFile("", "new", "neu"));
+        files.writeFile("old.po", poFile("", "base a", "neu"));
+        files.writeFile("older.po", poFile("", "older", "neu"));
+        files.writeFile("fuzzy.po", poFile("#, fuzzy\n", "new", "neu"));
         for (const QString& command : cell("commands").split("; ")) {
             QString words = command;
             words.replace(QRegularExpression("^(short/)?(\\w+) (\\w)=(\\S+)$"),
@@ -337,8 +308,8 @@ private Q_SLOTS:
             "N": {"text": "{n, plural,\n one {\u0023 file} other {'{'a'}'}}", "comment": ""}}})");
         files.write("old", R"({"Header": {"pseudo": "urls"},
             "Content": {"A": {"text": "a very wide text indeed", "comment": ""}}})");
-        const QString record = files.path() + ".textmanager-base-texts";
-        LanguageFiles::writePath(record, "base\ten_US\nM/C\ten_US\told\n");
+        const QString record = ".textmanager-base-texts";
+        files.writeFile(record, "base\ten_US\nM/C\ten_US\told\n");
         const QString style = cell("style").isEmpty() ? QString() : ' ' + cell("style");
         QString texts = cell("xx").replace("№", "#");
         if (style.contains("--rtl"))
@@ -348,7 +319,7 @@ private Q_SLOTS:
             QVERIFY2(run.exitStatus() == 0, qPrintable(run.messages()));
             QCOMPARE(textsIn(files.file("xx")), texts);
         }
-        QVERIFY(!LanguageFiles::readPath(record).contains("\txx\t"));
+        QVERIFY(!LanguageFiles::readPath(files.path() + record).contains("\txx\t"));
     }
 };
 

@@ -19,10 +19,12 @@ void writeFolders(const LanguageFiles& files)
     files.write("short/de_DE", R"({"Content": {"Menu": {"text": "M"}}})");
     files.write("elsewhere/package", "{}"); // a current directory that nobody asks about
     files.write("data/known", R"([{"labelTextId": "Menu"}, {"own": "Menu/Svae"}])");
-    LanguageFiles::writePath(files.path() + "data/a.cpp", "t.getText(\"Menu/\" + key, QString());");
+    files.writeFile("data/a.cpp", "t.getText(\"Menu/\" + key, QString());");
     files.write("faulty/fr_FR", "{\r\n\"Content\":\r {} \"x\"}");
     for (const QString name : {"twice/de_DE", "twice/de_DE.backup"})
         files.write(name, R"({"Content": {}})");
+    QDir(files.path()).mkdir("links");
+    QFile::link("../short/de_DE.json", files.file("links/de_DE"));
 }
 
 /** A run of the words of a row, in which standard input follows "<". */
@@ -130,12 +132,9 @@ private Q_SLOTS:
         urls DIR --lang de_DE                           | Unknown option 'lang'.\nSee 'textmanager urls --help'.
         pick < {\n"POSIX": "p",\n"ä日本" "e"} | standard input:3:7: malformed JSON: found
         pick                              | standard input:1:1: malformed JSON: found the end of the text, expected '{'.
-        pick < {"POSIX": {  | standard input:1:12: malformed JSON: found the end of the text, expected a key
         pick < DEEP                                     | standard input:1:1025: malformed JSON: found more than 1024
         pick more                                       | pick: unexpected argument 'more'.
-        translate DIR --keys i:t < 7 | standard input:1:1: malformed JSON: found a value alone, expected '{'.
         translate DIR --keys i:t --lines DIR            | textmanager: cannot read DIR: Is a directory.
-        translate DIR - more                            | translate: unexpected argument 'more'.
         translate DIR --keys i                          | --keys i: expected TEXTID:TEXT or TEXTID:TEXT:SHORT.
         translate DIR --data-type SystemInformationDat  | unknown data-type 'SystemInformationDat': it is one of
         translate DIR --keys i:t --data-type SystemInformationData | either --data-type or --keys
@@ -147,13 +146,10 @@ private Q_SLOTS:
         check DIR --ignore mising-text                  | there is no finding 'mising-text'. Did you mean missing-text?
         check DIR --fail-under nan                      | a share from 0 to 100
         check DIR --short-length 0                      | --short-length needs
-        check DIR --fail-on fatal                       | unknown fail-on 'fatal'
         set DIR fr_FR Menu --text t                     | there is no language 'fr_FR': no file
-        set DIR ../de_DE Menu --text t                  | '../de_DE' is no language key
         new DIR de_DE                                   | the language 'de_DE' is there already
         rename DIR Menu Menu/X                          | cannot be moved to Menu/X, which is the same or below it
         export DIR --language de_DE -o DIR/x.txt        | x.txt: the extension tells no format. Name it with
-        export DIR --language POSIX -o DIR/x.po         | there is no language 'POSIX' in DIR
         export DIR --language de_DF -o DIR/x.xlf        | Did you mean de_DE?
         export DIR --language en_US -o DIR/x.xlf        | 'en_US' is the base, which is not translated
         export DIR --base it --language de_DE -o x.xlf  | there is no base language 'it' in DIR
@@ -166,11 +162,15 @@ private Q_SLOTS:
         pseudo DIR -o de_DE                             | de_DE.json: was not made by this command
         pseudo DIR -o POSIX                             | 'POSIX' answers where other languages have no text
         pseudo DIR -o xx --base it                      | there is no base language 'it'
-        pseudo DIR --style urls                         | --output is missing
         pack DIR/faulty -o DIR/out                      | fr_FR.json:3:5: malformed JSON
         pack DIR -o DIR/out --languages de_DE,fr        | there is no language 'fr'
         pack DIR -o DIR/de_DE.json --languages de_DE    | is no folder
         pack DIR                                        | pack: --output
+        pack DIR/short -o DIR                           | holds something already. Empty it, or give --force.
+        pack DIR/short -o DIR --force                   | en_US.json: is not of this pack
+        pack DIR -o DIR/short/.. --languages de_DE --force | de_DE.json: is to be packed, and would be
+        pack DIR -o DIR/short --languages de_DE --force | short' is in the folder that is to be packed, and
+        pack DIR/links -o DIR/short --force             | short/de_DE.json: is to be packed, and would be
         pack DIR -o DIR/out --blank-comments --drop-comments | exclude each other
         )");
     }

@@ -4,7 +4,6 @@
 #include "ToolRun.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTest>
 
 #include <fcntl.h>
@@ -19,8 +18,6 @@ void writeFolder(const LanguageFiles& files)
         "comment": "c", "childs": {"comment": {"text": "x", "comment": "y"}}}, "H": {"text": "h"}}})");
     files.write("en_US", R"({"Content": {"M": {"text": "m", "comment": ""}, "E": {"text": "e"}}})");
     files.write("short/de", R"({"Content": {"M": {"text": "s", "comment": "c"}}})");
-    QDir(files.path()).mkdir("links");
-    QFile::link("../short/de.json", files.file("links/de"));
 }
 
 } // namespace
@@ -57,28 +54,6 @@ private Q_SLOTS:
         QCOMPARE(QString::fromUtf8(files.read(name)), cell("de"));
         if (cell("de").isEmpty())
             QCOMPARE(QDir(files.path()).entryList(), before);
-    }
-
-    void refusesToDestroy_data()
-    {
-        addTable(R"(
-        words                                        | message
-        pack DIR/short -o DIR                        | holds something already. Empty it, or give --force.
-        pack DIR/short -o DIR --force                | en_US.json: is not of this pack
-        pack DIR -o DIR/short/.. --force             | de.json: is to be packed, and would be
-        pack DIR -o DIR/short --languages de --force | short' is in the folder that is to be packed, and
-        pack DIR/links -o DIR/short --force          | short/de.json: is to be packed, and would be
-        )");
-    }
-    void refusesToDestroy()
-    {
-        const LanguageFiles files;
-        writeFolder(files);
-        const auto before = files.readAll();
-        const ToolRun run(files.words(cell("words")));
-        QVERIFY2(run.says(cell("message")), qPrintable(run.messages()));
-        QCOMPARE(run.exitStatus(), 2);
-        QCOMPARE(files.readAll(), before);
     }
 
     void packsTheSameTwice()

@@ -1,22 +1,22 @@
-// A type's signature and its values, one a line: sent over a bus, received and made plain.
+// Values, one a line behind the letter of its type: sent over a bus, received and made plain.
 
 #include "FuzzSupport.h"
 #include "PlainValue.h"
 
 #include <QCoreApplication>
 #include <QDataStream>
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServer>
 #include <QDBusVirtualObject>
 
-#include <dbus/dbus.h>
+#include <type_traits>
 
 namespace
 {
 
-/** Receives messages of a libdbus connection of this process, which can send values of all types.
- */
+/** Sends values from one connection of this process to another. */
 class Bus : public QDBusVirtualObject
 {
 public:
@@ -26,16 +26,15 @@ public:
             connection.registerVirtualObject("/", this, QDBusConnection::SubPath);
             m_Connections.append(connection);
         });
-        m_pClient = dbus_connection_open_private(qPrintable(m_Server.address()), nullptr);
-        require(m_pClient != nullptr, "a connection");
     }
 
-    QVariant received(DBusMessage* message)
+    QVariant received(const QVariant& value)
     {
         m_Arguments.clear();
-        dbus_connection_send(m_pClient, message, nullptr);
-        dbus_connection_flush(m_pClient);
-        while (m_Arguments.isEmpty() && dbus_connection_get_is_connected(m_pClient))
+        QDBusMessage message = QDBusMessage::createMethodCall("", "/x", "x.y", "z");
+        message.setArguments({value});
+        require(m_Client.send(message), "a value that can be sent");
+        while (m_Arguments.isEmpty() && m_Client.isConnected())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         require(!m_Arguments.isEmpty(), "a value that the bus takes");
         return m_Arguments.first();
@@ -50,155 +49,113 @@ public:
 
 private:
     QDBusServer m_Server{"unix:tmpdir=/tmp"};
+    QDBusConnection m_Client = QDBusConnection::connectToPeer(m_Server.address(), "client");
     QList<QDBusConnection> m_Connections;
-    DBusConnection* m_pClient;
     QVariantList m_Arguments;
 };
 
-/** Writes values into a message. Each operation returns the plain value that is expected. */
-class Writer
-{
-public:
-    explicit Writer(FuzzInput& input)
-        : m_Input(input)
-    {
-    }
-
-    QVariant write(DBusMessageIter& out, DBusSignatureIter& type, int depth)
-    {
-        switch (dbus_signature_iter_get_current_type(&type)) {
-        case DBUS_TYPE_ARRAY:
-            return writeArray(out, type, depth);
-        case DBUS_TYPE_STRUCT:
-            return writeStructure(out, type, depth);
-        case DBUS_TYPE_VARIANT:
-            return writeVariant(out, depth);
-        default:
-            return writeBasic(out, dbus_signature_iter_get_current_type(&type));
-        }
-    }
-
-    /** A signature of one value that can be sent. */
-    static QByteArray usable(const QByteArray& signature)
-    {
-        const bool isUsable = !signature.contains('h') && !signature.contains('\0') &&
-                              dbus_signature_validate_single(signature, nullptr);
-        return isUsable ? signature : "s";
-    }
-
-private:
-    template<typename Number>
-    Number append(DBusMessageIter& out, int type, Number number)
-    {
-        dbus_message_iter_append_basic(&out, type, &number);
-        return number;
-    }
-
-    QVariant writeBasic(DBusMessageIter& out, int type)
-    {
-        const QByteArray line = m_Input.takeLine();
-        const qlonglong number = line.toLongLong();
-        switch (type) {
-        case DBUS_TYPE_BOOLEAN:
-            return append<dbus_bool_t>(out, type, number != 0 ? 1 : 0) != 0;
-        case DBUS_TYPE_BYTE:
-            return int(append(out, type, quint8(number)));
-        case DBUS_TYPE_INT16:
-            return int(append(out, type, qint16(number)));
-        case DBUS_TYPE_UINT16:
-            return int(append(out, type, quint16(number)));
-        case DBUS_TYPE_INT32:
-            return append(out, type, qint32(number));
-        case DBUS_TYPE_UINT32:
-            return append(out, type, quint32(number));
-        case DBUS_TYPE_INT64:
-            return append(out, type, qlonglong(number));
-        case DBUS_TYPE_UINT64:
-            return append(out, type, qulonglong(number));
-        case DBUS_TYPE_DOUBLE:
-            return append(out, type, line.toDouble());
-        default:
-            return writeText(out, type, line);
-        }
-    }
-
-    QVariant writeText(DBusMessageIter& out, int type, const QByteArray& line)
-    {
-        const char* text = line.constData(); // up to its first zero byte
-        const bool isUsable = type == DBUS_TYPE_OBJECT_PATH ? dbus_validate_path(text, nullptr)
-                              : type == DBUS_TYPE_SIGNATURE ? dbus_signature_validate(text, nullptr)
-                                                            : dbus_validate_utf8(text, nullptr);
-        if (!isUsable)
-            text = type == DBUS_TYPE_OBJECT_PATH ? "/" : "";
-        dbus_message_iter_append_basic(&out, type, &text);
-        const bool isNull = type == DBUS_TYPE_SIGNATURE && *text == '\0'; // as Qt reads it
-        return isNull ? QString() : QString::fromUtf8(text);
-    }
-
-    QVariant writeArray(DBusMessageIter& out, DBusSignatureIter& type, int depth)
-    {
-        DBusSignatureIter element;
-        dbus_signature_iter_recurse(&type, &element);
-        char* signature = dbus_signature_iter_get_signature(&element);
-        DBusMessageIter inner;
-        dbus_message_iter_open_container(&out, DBUS_TYPE_ARRAY, signature, &inner);
-        dbus_free(signature);
-        const bool isMap = dbus_signature_iter_get_current_type(&element) == DBUS_TYPE_DICT_ENTRY;
-        QVariantList list;
-        QVariantMap map;
-        for (int count = m_Input.takeLine().toInt() % 16; count > 0; --count) {
-            if (isMap)
-                writeEntry(inner, element, depth, map);
-            else
-                list.append(write(inner, element, depth));
-        }
-        dbus_message_iter_close_container(&out, &inner);
-        return isMap ? QVariant(map) : QVariant(list);
-    }
-
-    void writeEntry(DBusMessageIter& out, const DBusSignatureIter& type, int depth,
-                    QVariantMap& map)
-    {
-        DBusSignatureIter part;
-        dbus_signature_iter_recurse(&type, &part);
-        DBusMessageIter inner;
-        dbus_message_iter_open_container(&out, DBUS_TYPE_DICT_ENTRY, nullptr, &inner);
-        const QString key = write(inner, part, depth).toString();
-        dbus_signature_iter_next(&part);
-        map.insert(key, write(inner, part, depth));
-        dbus_message_iter_close_container(&out, &inner);
-    }
-
-    QVariant writeStructure(DBusMessageIter& out, DBusSignatureIter& type, int depth)
-    {
-        DBusSignatureIter part;
-        dbus_signature_iter_recurse(&type, &part);
-        DBusMessageIter inner;
-        dbus_message_iter_open_container(&out, DBUS_TYPE_STRUCT, nullptr, &inner);
-        QVariantList list;
-        do
-            list.append(write(inner, part, depth));
-        while (dbus_signature_iter_next(&part));
-        dbus_message_iter_close_container(&out, &inner);
-        return list;
-    }
-
-    QVariant writeVariant(DBusMessageIter& out, int depth)
-    {
-        // A message has at most 64 levels, of which a type may take some for itself.
-        constexpr int mostVariants = 5;
-        const QByteArray signature = depth < mostVariants ? usable(m_Input.takeLine()) : "s";
-        DBusSignatureIter type;
-        dbus_signature_iter_init(&type, signature);
-        DBusMessageIter inner;
-        dbus_message_iter_open_container(&out, DBUS_TYPE_VARIANT, signature, &inner);
-        const QVariant value = write(inner, type, depth + 1);
-        dbus_message_iter_close_container(&out, &inner);
-        return value;
-    }
-
-    FuzzInput& m_Input;
+/** A value as it is sent, and the plain one that is expected. */
+struct Value {
+    QVariant sent;
+    QVariant plain;
 };
+
+template<typename Number>
+Value number(const QByteArray& digits)
+{
+    const auto sent = static_cast<Number>(digits.toLongLong());
+    constexpr bool isSmall = !std::is_same_v<Number, bool> && sizeof(Number) < sizeof(int);
+    return {QVariant::fromValue(sent), isSmall ? QVariant(int(sent)) : QVariant::fromValue(sent)};
+}
+
+Value text(const QByteArray& utf8)
+{
+    const QString text = QString::fromUtf8(utf8.constData()); // up to its first zero byte
+    return {text, text};
+}
+
+Value objectPath(const QByteArray& path)
+{
+    const QDBusObjectPath sent('/' + QString(path.toHex()));
+    return {QVariant::fromValue(sent), sent.path()};
+}
+
+Value signature(const QByteArray&)
+{
+    return {QVariant::fromValue(QDBusSignature(QString("a{sv}"))), "a{sv}"};
+}
+
+/** An array of the parts that are of the type of the first. */
+Value arrayOf(const QVector<Value>& parts)
+{
+    // What is composed is of a type that is known only when it is sent: such go as variants.
+    const int first = parts.isEmpty() ? int(QMetaType::Int) : parts.first().sent.userType();
+    const bool areComposed = first == qMetaTypeId<QDBusArgument>();
+    QDBusArgument array;
+    QVariantList plain;
+    array.beginArray(areComposed ? qMetaTypeId<QDBusVariant>() : first);
+    for (const Value& part : parts) {
+        if (part.sent.userType() != first)
+            continue;
+        array.appendVariant(areComposed ? QVariant::fromValue(QDBusVariant(part.sent)) : part.sent);
+        plain.append(part.plain);
+    }
+    array.endArray();
+    return {QVariant::fromValue(array), plain};
+}
+
+Value structureOf(const QVector<Value>& parts)
+{
+    QDBusArgument structure;
+    QVariantList plain;
+    structure.beginStructure();
+    for (const Value& part : parts) {
+        structure.appendVariant(part.sent);
+        plain.append(part.plain);
+    }
+    structure.endStructure();
+    return {QVariant::fromValue(structure), plain};
+}
+
+Value mapOf(const QVector<Value>& parts)
+{
+    QDBusArgument map;
+    QVariantMap plain;
+    map.beginMap(QMetaType::UShort, qMetaTypeId<QDBusVariant>());
+    for (const Value& part : parts) {
+        map.beginMapEntry();
+        map << quint16(plain.size()) << QDBusVariant(part.sent);
+        map.endMapEntry();
+        plain.insert(QString::number(plain.size()), part.plain);
+    }
+    map.endMap();
+    return {QVariant::fromValue(map), plain};
+}
+
+Value take(FuzzInput& input, int depth = 0)
+{
+    static const QMap<char, Value (*)(const QByteArray&)> basic = {
+        {'b', number<bool>},    {'y', number<quint8>},  {'n', number<qint16>},
+        {'q', number<quint16>}, {'i', number<qint32>},  {'u', number<quint32>},
+        {'x', number<qint64>},  {'t', number<quint64>}, {'d', number<double>},
+        {'o', objectPath},      {'g', signature},       {'s', text}};
+    static const QMap<char, Value (*)(const QVector<Value>&)> composed = {
+        {'a', arrayOf}, {'(', structureOf}, {'{', mapOf}};
+    constexpr int deepest = 12; // a message has at most 64 levels, a structure in a variant two
+    const QByteArray line = input.takeLine();
+    const char type = line.isEmpty() ? 's' : line.at(0);
+    if (depth < deepest && type == 'v') {
+        const Value inner = take(input, depth + 1);
+        return {QVariant::fromValue(QDBusVariant(inner.sent)), inner.plain};
+    }
+    if (depth == deepest || !composed.contains(type))
+        return basic.value(type, text)(line.mid(1));
+    QVector<Value> parts;
+    const int count = line.mid(1).toInt() % 16;
+    for (int index = 0; index < count || (type == '(' && index == 0); ++index)
+        parts.append(take(input, depth + 1));
+    return composed.value(type)(parts);
+}
 
 /** With the types of all that is in it. */
 QByteArray bytesOf(const QVariant& value)
@@ -217,18 +174,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static QCoreApplication application(argumentCount, nullptr);
     static Bus& bus = *new Bus; // it ends with the process
     FuzzInput input(data, size);
-    const QByteArray signature = Writer::usable(input.takeLine());
-    if (signature.count('(') + signature.count('a') > 20)
-        return 0;
-    DBusMessage* message = dbus_message_new_method_call("x.y", "/x", "x.y", "z");
-    dbus_message_set_no_reply(message, TRUE);
-    DBusMessageIter out;
-    dbus_message_iter_init_append(message, &out);
-    DBusSignatureIter type;
-    dbus_signature_iter_init(&type, signature);
-    const QVariant expected = Writer(input).write(out, type, 0);
-    const QVariant plain = toPlainValue(bus.received(message));
-    dbus_message_unref(message);
-    require(bytesOf(plain) == bytesOf(expected), "the plain value");
+    const Value value = take(input);
+    require(bytesOf(toPlainValue(bus.received(value.sent))) == bytesOf(value.plain),
+            "the plain value");
     return 0;
 }

@@ -35,10 +35,6 @@ void compareHeader(const TextManagerBase& manager, const QJsonObject& document)
     const QString language = header.value("language").toString();
     const QString subLanguage = header.value("subLanguage").toString();
     require(manager.getLanguageHeaderInfo("POSIX") == qMakePair(language, subLanguage), "a header");
-    require(manager.getHeaderText(TextManagerDefinitions::Language, "POSIX", true) == language &&
-                manager.getHeaderText(TextManagerDefinitions::SubLanguage, "POSIX", true) ==
-                    subLanguage,
-            "a header's texts");
 }
 
 } // namespace

@@ -4,30 +4,8 @@
 #include "PlainWalk.h"
 
 #include "LanguageInformation.h"
-#include "TextManagerConverter.h"
 
 #include <QJsonArray>
-
-namespace
-{
-
-void compareConverter(const QString& url, const QString& text, QJsonObject document)
-{
-    const int keyCount = url.count('/') + 1;
-    const QString storagePath = keyCount < 2 ? QString() : QString(url).replace("/", "/childs/");
-    QJsonObject expected = document;
-    const auto result =
-        PlainWalk::write(("Content/" + storagePath + "/text").split('/'), text, expected);
-    TextManagerConverter converter("xx", document);
-    require(converter.setText(url, text) == result, "the result of the converter");
-    require(document == expected, "the converter's document");
-    bool ok = false;
-    const QJsonValue read = PlainWalk::readMember(url, "text", expected);
-    require(converter.getText(url, ok) == read.toString() && ok == !read.isUndefined(), "its text");
-    require(converter.getAvailableUrls() == PlainWalk::urls(expected.value("Content")), "its URLs");
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -37,8 +15,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QJsonArray values = PlainWalk::parse('[' + line + ']').toArray();
     const QJsonValue value = values.isEmpty() ? QString::fromUtf8(line) : values.first();
     QJsonObject document = PlainWalk::parse(input.rest()).toObject();
-    compareConverter(path, value.toString(), document);
-
     QJsonObject expected = document;
     const auto result = PlainWalk::write(path.split('/'), value, expected);
     LanguageInformation information;

@@ -22,6 +22,11 @@ public:
     void write(const QString& name, const QByteArray& bytes) const;
     /** Writes a file whose only text, A, is @p text. */
     void writeText(const QString& name, const QByteArray& text) const;
+    /** Writes a file to the name of which nothing is added. */
+    void writeFile(const QString& name, const QByteArray& bytes) const
+    {
+        writePath(path() + name, bytes);
+    }
     /** Writes a file whose path is given whole. */
     static void writePath(const QString& path, const QByteArray& bytes);
     /** Reads a file whose path is given whole; empty when there is none. */

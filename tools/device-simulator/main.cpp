@@ -111,11 +111,11 @@ ExitStatus run(const QStringList& words)
     }
     if (parser.positionalArguments().size() != 1)
         return refuse(QStringLiteral("expected one FILE."));
-    if (parser.positionalArguments().first() == QLatin1String("__man")) { // for the build
+    if (parser.positionalArguments().constFirst() == QLatin1String("__man")) { // for the build
         printResult(manPage(describeProgram()));
         return Done;
     }
-    return simulate(parser.positionalArguments().first());
+    return simulate(parser.positionalArguments().constFirst());
 }
 
 } // namespace

@@ -181,7 +181,6 @@ void LanguageCheck::checkSameTexts()
         // The most frequent translation is the one to choose, of equals the first.
         QVector<const DocumentTexts::Entry*> entries;
         QMap<QString, int> counts;
-        const DocumentTexts::Entry* usual = nullptr;
         for (const int index : same) {
             const int own = m_Own[static_cast<std::size_t>(index)];
             if (own == ReferenceTexts::none)
@@ -193,27 +192,29 @@ void LanguageCheck::checkSameTexts()
             entries.append(entry);
             ++counts[text];
         }
+        if (entries.isEmpty())
+            continue;
+        const DocumentTexts::Entry* usual = entries.constFirst();
         for (const DocumentTexts::Entry* entry : qAsConst(entries)) {
-            if (usual == nullptr ||
-                counts.value(m_Texts.textOf(*entry)) > counts.value(m_Texts.textOf(*usual)))
+            if (counts.value(m_Texts.textOf(*entry)) > counts.value(m_Texts.textOf(*usual)))
                 usual = entry;
         }
-        reportOthers(entries, usual);
+        reportOthers(entries, *usual);
     }
 }
 
 void LanguageCheck::reportOthers(const QVector<const DocumentTexts::Entry*>& entries,
-                                 const DocumentTexts::Entry* usual)
+                                 const DocumentTexts::Entry& usual)
 {
     for (const DocumentTexts::Entry* entry : entries) {
         const QString text = m_Texts.textOf(*entry);
-        if (text == m_Texts.textOf(*usual))
+        if (text == m_Texts.textOf(usual))
             continue;
         add(QStringLiteral("inconsistent-text"), entry->url,
             m_File.document.tree().valuePlace(entry->text),
             QStringLiteral("The same text of the base is \"%1\" at %2. Choose one of them, if both "
                            "mean the same.")
-                .arg(m_Texts.textOf(*usual), usual->url));
+                .arg(m_Texts.textOf(usual), usual.url));
     }
 }
 

@@ -41,7 +41,7 @@ private:
     bool fitsWithoutShortText(const ReferenceTexts::Entry& reference) const;
     void checkSameTexts();
     void reportOthers(const QVector<const DocumentTexts::Entry*>& entries,
-                      const DocumentTexts::Entry* usual);
+                      const DocumentTexts::Entry& usual);
     QString fullTextOf(const QString& url) const;
     ShortTextLimits limitsOf(const QString& url) const;
 

@@ -51,15 +51,15 @@ std::optional<QString> TsvRows::nextQuotedCell()
 {
     const QLatin1Char mark('"');
     QString text;
-    while (take(mark)) { // the first one, or the second of two
-        if (!text.isNull())
+    for (bool isFirst = true; take(mark); isFirst = false) {
+        if (!isFirst) // the second of two
             text += mark;
         const auto end = m_Text.indexOf(mark, m_Index);
         if (end < 0)
             return std::nullopt;
         const QString part = m_Text.mid(m_Index, end - m_Index);
         m_Line += static_cast<int>(part.count(QLatin1Char('\n')));
-        text = (text.isNull() ? QStringLiteral("") : text) + part;
+        text += part;
         m_Index = end + 1;
     }
     return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));

@@ -121,6 +121,7 @@ ExitStatus runPseudo(const CommandLine& commandLine)
             return UnusableInput;
     }
     std::vector<LanguageFileEditor*> editors;
+    editors.reserve(all.size());
     for (const Made& made : all)
         editors.push_back(made.editor.get());
     const QString fault = commandLine.isDryRun() ? QString() : LanguageFileEditor::saveAll(editors);

@@ -48,7 +48,7 @@ bool endsSentence(const QString& text, QString::size_type end)
 {
     const QString before = text.left(end - 1).simplified();
     const QStringList words = before.split(QLatin1Char(' '));
-    const QString last = words.last();
+    const QString& last = words.last();
     const bool isAbbreviation =
         last.size() < 5 || last.back().isDigit() || last.contains(QLatin1Char('.'));
     int dotted = 0;
