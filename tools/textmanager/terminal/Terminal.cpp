@@ -7,7 +7,8 @@
 
 bool isColourWanted()
 {
-    return isatty(STDOUT_FILENO) != 0 && qEnvironmentVariableIsEmpty("NO_COLOR") && qgetenv("TERM") != "dumb";
+    return isatty(STDOUT_FILENO) != 0 && qEnvironmentVariableIsEmpty("NO_COLOR") &&
+           qgetenv("TERM") != "dumb";
 }
 
 bool isSomeoneWatching()
