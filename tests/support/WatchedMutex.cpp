@@ -43,7 +43,7 @@ int countLocks(const TextManagerMutex& mutex, const std::function<void()>& work)
 }
 
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-void TextManagerMutex::lock()
+void TextManagerMutex::lock() QT_MUTEX_LOCK_NOEXCEPT
 {
     tryLock(-1);
 }
