@@ -196,7 +196,7 @@ private:
         QVERIFY(mended == m_After);
     }
 
-    const LanguageFiles m_Files;
+    const LanguageFiles m_Files{};
     Folder m_Before;
     Folder m_After;
 };
